@@ -1,0 +1,19 @@
+# Shared settings for Zephyrdock's own targets: strict warnings, errors where asked.
+function(zd_strict_warnings target)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
+                                           -Wold-style-cast -Wcast-align -Woverloaded-virtual
+                                           -Wno-missing-field-initializers)
+  if(ZD_WERROR)
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
+endfunction()
+
+# Collects the sources of one folder tree, so adding a file needs no CMake edit.
+function(zd_glob_sources out)
+  set(result)
+  foreach(dir ${ARGN})
+    file(GLOB_RECURSE found CONFIGURE_DEPENDS ${dir}/*.cpp)
+    list(APPEND result ${found})
+  endforeach()
+  set(${out} ${result} PARENT_SCOPE)
+endfunction()
