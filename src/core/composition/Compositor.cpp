@@ -1,0 +1,240 @@
+#include "composition/Compositor.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cmath>
+#include <fstream>
+#include <limits>
+#include <memory>
+
+#include "composition/Canvas.h"
+#include "composition/MenuBarRenderer.h"
+#include "env/CanvasFactory.h"
+#include "env/ImageCodec.h"
+
+namespace zd::Compositor {
+
+namespace {
+
+// Share of a 900-point-high screen that a 24-point menu bar takes.
+constexpr double barShareOfHeight = 24.0 / 900.0;
+// The width in points assumed for the main screen when there is none.
+constexpr double fallbackScreenWidthPts = 1440.0;
+constexpr double fallbackBackingScale = 2.0;
+// The window's drop shadow, in canvas pixels whatever the canvas's or the window's scale.
+const Shadow windowShadow{{0, -16.0}, 40.0, Color::black(0.45)};
+
+// A canvas dimension as a pixel count; nothing when it can't be one.
+std::optional<int> pixelCount(double length) {
+    if (!std::isfinite(length))
+        return std::nullopt;
+    const double truncated = std::trunc(length);
+    if (truncated < 1 || truncated > std::numeric_limits<int>::max())
+        return std::nullopt;
+    return static_cast<int>(truncated);
+}
+
+void paintBackground(Canvas& canvas, const BackgroundChoice& background, const ImageCodec& codec,
+                     double w, double h) {
+    const Rect whole{0, 0, w, h};
+    switch (background.kind) {
+        case BackgroundKind::transparent:
+            return;
+        case BackgroundKind::color:
+            canvas.fillRect(whole, background.fillColor);
+            return;
+        case BackgroundKind::image:
+            break;
+    }
+    const std::optional<Image> picture = background.image(codec);
+    if (!picture || picture->isNull()) {
+        canvas.fillRect(whole, background.fillColor);
+        return;
+    }
+    // Cover the canvas, centred, overflowing it on the longer axis.
+    const double pw = picture->width();
+    const double ph = picture->height();
+    const double f = std::max(w / pw, h / ph);
+    const Rect cover{(w - pw * f) / 2, (h - ph * f) / 2, pw * f, ph * f};
+    canvas.drawImage(*picture, {0, 0, pw, ph}, cover, CompositeOp::sourceOver);
+    // Whatever the picture leaves uncovered takes the background's colour.
+    for (const Rect& rest : subtracting(whole, cover))
+        canvas.fillRect(rest, background.fillColor);
+}
+
+void paintCapturedBar(Canvas& canvas, const Inputs& inputs, const Rect& bar, double c) {
+    const Image& strip = *inputs.capturedMenuBar;
+    const double sw = strip.width();
+    const double sh = strip.height();
+    canvas.drawImage(strip, {0, 0, sw, sh}, bar, CompositeOp::sourceOver);
+    if (!inputs.menuBar.replaceAccessories)
+        return;
+
+    // Paint out the real status items with a two-pixel column of plain bar taken from just
+    // left of them, then draw our own cluster over the smear.
+    const double g = inputs.statusItemsLeftFraction;
+    const double w = inputs.canvas.width;
+    const double erase =
+        std::max(MenuBarRenderer::rightClusterWidth(canvas, inputs.menuBar, c) + 24.0 * c,
+                 (1 - g) * w + 12.0 * c);
+    const Rect column{std::max((g - 0.02) * sw, 0.0), 0, 2.0, sh};
+    canvas.drawImage(strip, column, {w - erase, bar.y, erase, bar.height}, CompositeOp::copy);
+    MenuBarRenderer::drawRightCluster(canvas, bar, inputs.mode, inputs.menuBar, c);
+}
+
+}  // namespace
+
+Layout layout(const Inputs& inputs, const std::optional<ScreenInfo>& mainScreen,
+              double realMenuBarHeightPts) {
+    const double w = inputs.canvas.width;
+    const double h = inputs.canvas.height;
+    const double iw = inputs.windowImage.width();
+    const double ih = inputs.windowImage.height();
+    const double p = realMenuBarHeightPts;
+    const double s = mainScreen ? mainScreen->backingScaleFactor : fallbackBackingScale;
+    Layout result;
+
+    if (inputs.isFullDisplayCapture) {
+        // The display's own bar, in the image's pixels, is cut off; the rest fills the canvas.
+        const double mp = p * s;
+        const double proportional = mp * (w / std::max(iw, 1.0));
+        const double cap = std::max(60.0, 3 * h * barShareOfHeight);
+        result.barHeight = std::min(cap, proportional);
+        result.availableHeight = inputs.menuBar.visible ? h - result.barHeight : h;
+        result.source = {0, 0, iw, std::max(ih - mp, 0.0)};
+        result.destination = {0, 0, w, result.availableHeight};
+        return result;
+    }
+
+    const double sh = mainScreen ? mainScreen->frame.height : 0;
+    result.barHeight = (sh > 0 && p > 0) ? h * p / sh : std::max(h * barShareOfHeight, 8.0);
+    result.availableHeight = inputs.menuBar.visible ? h - result.barHeight : h;
+    const double a = result.availableHeight;
+    // True to the window's size on screen, scaled only by the canvas; shrunk if too tall.
+    const double sw = (mainScreen ? mainScreen->frame.width : fallbackScreenWidthPts) * s;
+    const double k = std::min(w / std::max(sw, 1.0), a / std::max(ih, 1.0));
+    result.source = {0, 0, iw, ih};
+    result.destination = {(w - k * iw) / 2, (a - k * ih) / 2, k * iw, k * ih};
+    return result;
+}
+
+Image render(const Inputs& inputs, const Platform& platform) {
+    const std::optional<int> pixelsWide = pixelCount(inputs.canvas.width);
+    const std::optional<int> pixelsHigh = pixelCount(inputs.canvas.height);
+    if (!pixelsWide || !pixelsHigh)
+        return Image();
+    std::unique_ptr<Canvas> canvas = platform.canvases.makeCanvas(*pixelsWide, *pixelsHigh);
+    if (!canvas)
+        return Image();
+
+    const double w = inputs.canvas.width;
+    const double h = inputs.canvas.height;
+    canvas->save();
+    paintBackground(*canvas, inputs.background, platform.codec, w, h);
+
+    const Layout placed = layout(inputs, platform.mainScreen, platform.realMenuBarHeightPts);
+    if (!inputs.isFullDisplayCapture && inputs.applyShadow) {
+        canvas->save();
+        canvas->setShadow(windowShadow);
+        canvas->drawImage(inputs.windowImage, placed.source, placed.destination,
+                          CompositeOp::sourceOver);
+        canvas->restore();
+    } else {
+        canvas->drawImage(inputs.windowImage, placed.source, placed.destination,
+                          CompositeOp::sourceOver);
+    }
+
+    if (inputs.menuBar.visible) {
+        const Rect bar{0, h - placed.barHeight, w, placed.barHeight};
+        const double c = w / 1440.0;
+        if (inputs.capturedMenuBar && !inputs.capturedMenuBar->isNull()) {
+            paintCapturedBar(*canvas, inputs, bar, c);
+        } else {
+            MenuBarRenderer::draw(*canvas, bar, inputs.mode, inputs.menuBar, c);
+        }
+    }
+    canvas->restore();
+    return canvas->finish();
+}
+
+Expected<void, OutputError> writePNG(const Image& image, const std::filesystem::path& path,
+                                     const ImageCodec& codec) {
+    if (image.isNull())
+        return unexpected(OutputError::couldNotEncodePNG());
+    const auto data = codec.encodePNG(image);
+    if (!data || data->empty())
+        return unexpected(OutputError::couldNotEncodePNG());
+
+    std::error_code ec;
+    if (path.has_parent_path()) {
+        std::filesystem::create_directories(path.parent_path(), ec);
+        if (ec)
+            return unexpected(OutputError::fromErrorCode(ec));
+    }
+    errno = 0;
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    if (out) {
+        out.write(reinterpret_cast<const char*>(data->data()),
+                  static_cast<std::streamsize>(data->size()));
+        out.close();
+    }
+    if (!out) {
+        const int err = errno != 0 ? errno : EIO;
+        return unexpected(
+            OutputError::fromErrorCode(std::error_code(err, std::generic_category())));
+    }
+    return {};
+}
+
+double realMenuBarHeightPts(const std::optional<std::vector<Value>>& onScreenWindows) {
+    constexpr double fallback = 24.0;
+    if (!onScreenWindows)
+        return fallback;
+    for (const Value& window : *onScreenWindows) {
+        const Value* layer = window.find("kCGWindowLayer");
+        if (!layer || layer->asInteger() != 24)
+            continue;
+        const Value* bounds = window.find("kCGWindowBounds");
+        const ValueDictionary* numbers = bounds ? bounds->asDictionary() : nullptr;
+        if (!numbers)
+            continue;
+        const bool allNumbers =
+            std::all_of(numbers->begin(), numbers->end(),
+                        [](const auto& entry) { return entry.second.isNumber(); });
+        if (!allNumbers)
+            continue;
+        const auto height = numbers->find("Height");
+        if (height == numbers->end())
+            continue;
+        const double value = *height->second.asNumber();
+        if (value > 0)
+            return value;
+    }
+    return fallback;
+}
+
+std::vector<Rect> subtracting(const Rect& self, const Rect& other) {
+    const bool intersects = self.minX() < other.maxX() && other.minX() < self.maxX() &&
+                            self.minY() < other.maxY() && other.minY() < self.maxY() &&
+                            !self.isEmpty() && !other.isEmpty();
+    if (!intersects)
+        return {self};
+    std::vector<Rect> parts;
+    if (self.minY() < other.minY()) {
+        parts.push_back({self.minX(), self.minY(), self.width, other.minY() - self.minY()});
+    }
+    if (other.maxY() < self.maxY()) {
+        parts.push_back({self.minX(), other.maxY(), self.width, self.maxY() - other.maxY()});
+    }
+    const double t = std::max(self.minY(), other.minY());
+    const double u = std::min(self.maxY(), other.maxY());
+    if (self.minX() < other.minX()) {
+        parts.push_back({self.minX(), t, other.minX() - self.minX(), u - t});
+    }
+    if (other.maxX() < self.maxX()) {
+        parts.push_back({other.maxX(), t, self.maxX() - other.maxX(), u - t});
+    }
+    return parts;
+}
+
+}  // namespace zd::Compositor

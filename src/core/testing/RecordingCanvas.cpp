@@ -1,0 +1,158 @@
+#include "testing/RecordingCanvas.h"
+
+#include <algorithm>
+
+namespace zd {
+
+namespace {
+
+// Characters, not bytes, so that measured widths don't depend on the script's encoding.
+std::size_t codePoints(std::string_view text) {
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char ch) {
+        return (static_cast<unsigned char>(ch) & 0xC0u) != 0x80u;
+    }));
+}
+
+}  // namespace
+
+std::vector<CanvasCall> CanvasRecord::callsOf(CanvasCall::Kind kind) const {
+    std::vector<CanvasCall> found;
+    std::copy_if(calls.begin(), calls.end(), std::back_inserter(found),
+                 [&](const CanvasCall& call) { return call.kind == kind; });
+    return found;
+}
+
+RecordingCanvas::RecordingCanvas(int width, int height, std::shared_ptr<CanvasRecord> record,
+                                 std::set<std::string> missingSymbols)
+    : record_(record ? std::move(record) : std::make_shared<CanvasRecord>()),
+      missingSymbols_(std::move(missingSymbols)) {
+    record_->width = width;
+    record_->height = height;
+}
+
+TextMetrics RecordingCanvas::metricsFor(std::string_view text, double size) {
+    return {0.5 * size * static_cast<double>(codePoints(text)), 0.7 * size, -0.2 * size};
+}
+
+CanvasCall& RecordingCanvas::add(CanvasCall::Kind kind) {
+    CanvasCall call;
+    call.kind = kind;
+    call.offset = state_.offset;
+    call.shadow = state_.shadow;
+    record_->calls.push_back(std::move(call));
+    return record_->calls.back();
+}
+
+void RecordingCanvas::save() {
+    add(CanvasCall::Kind::save);
+    saved_.push_back(state_);
+}
+
+void RecordingCanvas::restore() {
+    add(CanvasCall::Kind::restore);
+    if (saved_.empty())
+        return;
+    state_ = saved_.back();
+    saved_.pop_back();
+}
+
+void RecordingCanvas::translate(double dx, double dy) {
+    add(CanvasCall::Kind::translate).point = {dx, dy};
+    state_.offset = {state_.offset.x + dx, state_.offset.y + dy};
+}
+
+void RecordingCanvas::setShadow(const std::optional<Shadow>& shadow) {
+    state_.shadow = shadow;
+    add(CanvasCall::Kind::setShadow);
+}
+
+void RecordingCanvas::fillRect(const Rect& rect, const Color& color) {
+    auto& call = add(CanvasCall::Kind::fillRect);
+    call.rect = rect;
+    call.color = color;
+}
+
+void RecordingCanvas::fillRoundedRect(const Rect& rect, double cornerRadius, const Color& color) {
+    auto& call = add(CanvasCall::Kind::fillRoundedRect);
+    call.rect = rect;
+    call.number = cornerRadius;
+    call.color = color;
+}
+
+void RecordingCanvas::clipToRoundedRect(const Rect& rect, double cornerRadius) {
+    auto& call = add(CanvasCall::Kind::clipToRoundedRect);
+    call.rect = rect;
+    call.number = cornerRadius;
+}
+
+void RecordingCanvas::fillEllipse(const Rect& rect, const Color& color) {
+    auto& call = add(CanvasCall::Kind::fillEllipse);
+    call.rect = rect;
+    call.color = color;
+}
+
+void RecordingCanvas::strokeEllipse(const Rect& rect, double lineWidth, const Color& color) {
+    auto& call = add(CanvasCall::Kind::strokeEllipse);
+    call.rect = rect;
+    call.number = lineWidth;
+    call.color = color;
+}
+
+void RecordingCanvas::drawImage(const Image& image, const Rect& source, const Rect& destination,
+                                CompositeOp op) {
+    auto& call = add(CanvasCall::Kind::drawImage);
+    call.rect = destination;
+    call.source = source;
+    call.op = op;
+    call.imageSize = {static_cast<double>(image.width()), static_cast<double>(image.height())};
+    call.imageId = image.storageId();
+}
+
+TextMetrics RecordingCanvas::measureText(std::string_view text, double size, FontWeight) const {
+    return metricsFor(text, size);
+}
+
+void RecordingCanvas::drawText(std::string_view text, const Point& origin, double size,
+                               FontWeight weight, const Color& color) {
+    auto& call = add(CanvasCall::Kind::drawText);
+    call.text = std::string(text);
+    call.point = origin;
+    call.number = size;
+    call.weight = weight;
+    call.color = color;
+}
+
+std::optional<Size> RecordingCanvas::symbolSize(std::string_view name, double pointSize) const {
+    if (missingSymbols_.contains(std::string(name)))
+        return std::nullopt;
+    return Size{pointSize, pointSize};
+}
+
+bool RecordingCanvas::drawSymbol(std::string_view name, double pointSize, const Point& origin,
+                                 const Color& color) {
+    if (missingSymbols_.contains(std::string(name)))
+        return false;
+    auto& call = add(CanvasCall::Kind::drawSymbol);
+    call.text = std::string(name);
+    call.number = pointSize;
+    call.point = origin;
+    call.color = color;
+    return true;
+}
+
+Image RecordingCanvas::finish() {
+    record_->finished = true;
+    return Image(record_->width, record_->height);
+}
+
+std::unique_ptr<Canvas> RecordingCanvasFactory::makeCanvas(int width, int height) const {
+    if (width <= 0 || height <= 0)
+        return nullptr;
+    if (static_cast<long long>(width) * static_cast<long long>(height) > maxPixels)
+        return nullptr;
+    auto record = std::make_shared<CanvasRecord>();
+    records_.push_back(record);
+    return std::make_unique<RecordingCanvas>(width, height, record, missingSymbols);
+}
+
+}  // namespace zd
