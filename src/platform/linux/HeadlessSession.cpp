@@ -1,0 +1,353 @@
+#include "HeadlessSession.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <xcb/xcb.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string_view>
+#include <thread>
+
+extern char** environ;
+
+namespace zd::x11 {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+constexpr auto kStartLimit = std::chrono::seconds(15);
+constexpr auto kStopLimit = std::chrono::seconds(3);
+constexpr auto kPoll = std::chrono::milliseconds(20);
+// Xvfb writes its display number to this descriptor in the child.
+constexpr int kDisplayFd = 100;
+
+struct FdCloser {
+    int fd = -1;
+    ~FdCloser() {
+        if (fd >= 0)
+            close(fd);
+    }
+};
+
+// Reads from `fd` until `lines` newlines arrived, the writer closed it, or the limit passed.
+std::string readLines(int fd, int lines, Clock::time_point deadline) {
+    std::string text;
+    std::array<char, 256> buffer{};
+    while (Clock::now() < deadline) {
+        pollfd p{fd, POLLIN, 0};
+        auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
+        if (poll(&p, 1, static_cast<int>(std::max<long>(left.count(), 1))) <= 0)
+            continue;
+        auto n = read(fd, buffer.data(), buffer.size());
+        if (n <= 0)
+            break;
+        text.append(buffer.data(), static_cast<std::size_t>(n));
+        if (std::count(text.begin(), text.end(), '\n') >= lines)
+            break;
+    }
+    return text;
+}
+
+std::string trimmed(std::string s) {
+    while (!s.empty() && (s.back() == '\n' || s.back() == ' ' || s.back() == '\r'))
+        s.pop_back();
+    return s;
+}
+
+bool displayAnswers(const std::string& display) {
+    xcb_connection_t* c = xcb_connect(display.c_str(), nullptr);
+    bool ok = c && !xcb_connection_has_error(c);
+    if (c)
+        xcb_disconnect(c);
+    return ok;
+}
+
+bool windowManagerRuns(const std::string& display) {
+    xcb_connection_t* c = xcb_connect(display.c_str(), nullptr);
+    bool running = false;
+    if (c && !xcb_connection_has_error(c)) {
+        constexpr std::string_view name = "_NET_SUPPORTING_WM_CHECK";
+        std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> atom(
+            xcb_intern_atom_reply(c, xcb_intern_atom(c, 0, name.size(), name.data()), nullptr),
+            &std::free);
+        xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(c)).data->root;
+        if (atom) {
+            std::unique_ptr<xcb_get_property_reply_t, decltype(&std::free)> prop(
+                xcb_get_property_reply(
+                    c, xcb_get_property(c, 0, root, atom->atom, XCB_ATOM_WINDOW, 0, 1), nullptr),
+                &std::free);
+            running = prop && xcb_get_property_value_length(prop.get()) >= 4;
+        }
+    }
+    if (c)
+        xcb_disconnect(c);
+    return running;
+}
+
+template <class Predicate>
+bool waitUntil(Predicate ready, Clock::duration limit) {
+    auto deadline = Clock::now() + limit;
+    while (Clock::now() < deadline) {
+        if (ready())
+            return true;
+        std::this_thread::sleep_for(kPoll);
+    }
+    return ready();
+}
+
+bool isGone(pid_t pid, bool ourChild) {
+    if (ourChild)
+        return waitpid(pid, nullptr, WNOHANG) == pid;
+    return kill(pid, 0) != 0 && errno == ESRCH;
+}
+
+}  // namespace
+
+Expected<std::unique_ptr<HeadlessSession>, std::string> HeadlessSession::start(Options options) {
+    std::unique_ptr<HeadlessSession> session(new HeadlessSession());
+    if (auto failure = session->launch(options))
+        return unexpected(*failure);
+    return session;
+}
+
+std::optional<std::string> HeadlessSession::launch(Options options) {
+    std::string pattern = (std::filesystem::temp_directory_path() / "zd-session.XXXXXX").string();
+    if (!mkdtemp(pattern.data()))
+        return "Couldn't make the session folder: " + pattern;
+    dir_ = pattern;
+    for (const char* sub : {"config", "data", "cache", "state", "runtime"}) {
+        std::filesystem::create_directories(dir_ / sub);
+    }
+    std::filesystem::permissions(dir_ / "runtime", std::filesystem::perms::owner_all);
+
+    if (auto failure = startDisplay(options))
+        return failure;
+    env_ = {{"DISPLAY", display_},
+            {"XDG_CONFIG_HOME", (dir_ / "config").string()},
+            {"XDG_DATA_HOME", (dir_ / "data").string()},
+            {"XDG_CACHE_HOME", (dir_ / "cache").string()},
+            {"XDG_STATE_HOME", (dir_ / "state").string()},
+            {"XDG_RUNTIME_DIR", (dir_ / "runtime").string()},
+            {"GSETTINGS_BACKEND", "dconf"},
+            {"GDK_BACKEND", "x11"},
+            {"NO_AT_BRIDGE", "1"}};
+    if (options.sessionBus) {
+        if (auto failure = startBus())
+            return failure;
+        env_.emplace_back("DBUS_SESSION_BUS_ADDRESS", busAddress_);
+    }
+    if (options.settingsDaemon) {
+        std::FILE* f = std::fopen(settingsConfig().c_str(), "w");
+        if (!f)
+            return "Couldn't write " + settingsConfig().string();
+        std::fputs("Net/ThemeName \"Adwaita\"\nNet/IconThemeName \"Adwaita\"\n", f);
+        std::fclose(f);
+        xsettingsd_ = spawn({"xsettingsd", "-c", settingsConfig().string()}, "xsettingsd.log");
+        if (xsettingsd_ <= 0)
+            return std::string("Couldn't start xsettingsd");
+    }
+    if (options.windowManager) {
+        if (spawn({"openbox", "--sm-disable"}, "openbox.log") <= 0) {
+            return std::string("Couldn't start openbox");
+        }
+        if (!waitUntil([&] { return windowManagerRuns(display_); }, kStartLimit)) {
+            return "openbox did not take display " + display_;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> HeadlessSession::startDisplay(const Options& options) {
+    std::array<int, 2> fds{};
+    if (pipe2(fds.data(), O_CLOEXEC) != 0)
+        return std::string("Couldn't make a pipe for Xvfb");
+    FdCloser readEnd{fds[0]};
+    FdCloser writeEnd{fds[1]};
+    std::string screen =
+        std::to_string(options.width) + "x" + std::to_string(options.height) + "x24";
+
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, fds[1], kDisplayFd);
+    std::vector<std::string> argv = {"Xvfb",       "-displayfd", std::to_string(kDisplayFd),
+                                     "-screen",    "0",          screen,
+                                     "-nolisten",  "tcp",        "-noreset",
+                                     "+extension", "Composite"};
+    std::string log = (dir_ / "xvfb.log").string();
+    posix_spawn_file_actions_addopen(&actions, 1, log.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    posix_spawn_file_actions_adddup2(&actions, 1, 2);
+    std::vector<char*> args;
+    for (auto& a : argv)
+        args.push_back(a.data());
+    args.push_back(nullptr);
+    pid_t pid = 0;
+    int rc = posix_spawnp(&pid, "Xvfb", &actions, nullptr, args.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    if (rc != 0)
+        return "Couldn't start Xvfb: " + std::string(std::strerror(rc));
+    children_.push_back(pid);
+    close(writeEnd.fd);
+    writeEnd.fd = -1;
+
+    std::string number = trimmed(readLines(readEnd.fd, 1, Clock::now() + kStartLimit));
+    if (number.empty())
+        return "Xvfb did not start (see " + log + ")";
+    display_ = ":" + number;
+    if (!waitUntil([&] { return displayAnswers(display_); }, kStartLimit)) {
+        return "Display " + display_ + " does not answer";
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> HeadlessSession::startBus() {
+    std::array<int, 2> fds{};
+    if (pipe2(fds.data(), O_CLOEXEC) != 0)
+        return std::string("Couldn't make a pipe for D-Bus");
+    FdCloser readEnd{fds[0]};
+    FdCloser writeEnd{fds[1]};
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, fds[1], 1);
+    std::vector<std::string> argv = {"dbus-daemon", "--session",         "--fork",
+                                     "--nopidfile", "--print-address=1", "--print-pid=1"};
+    std::vector<char*> args;
+    for (auto& a : argv)
+        args.push_back(a.data());
+    args.push_back(nullptr);
+    auto envStrings = childEnvironment();
+    std::vector<char*> envp;
+    for (auto& e : envStrings)
+        envp.push_back(e.data());
+    envp.push_back(nullptr);
+    pid_t launcher = 0;
+    int rc = posix_spawnp(&launcher, "dbus-daemon", &actions, nullptr, args.data(), envp.data());
+    posix_spawn_file_actions_destroy(&actions);
+    if (rc != 0)
+        return "Couldn't start dbus-daemon: " + std::string(std::strerror(rc));
+    close(writeEnd.fd);
+    writeEnd.fd = -1;
+    std::string out = readLines(readEnd.fd, 2, Clock::now() + kStartLimit);
+    waitpid(launcher, nullptr, 0);  // the launcher exits once the daemon has forked
+    auto newline = out.find('\n');
+    if (newline == std::string::npos)
+        return std::string("dbus-daemon printed no address");
+    busAddress_ = out.substr(0, newline);
+    bus_ = static_cast<pid_t>(std::atoi(trimmed(out.substr(newline + 1)).c_str()));
+    if (bus_ <= 0)
+        return std::string("dbus-daemon printed no pid");
+    return std::nullopt;
+}
+
+pid_t HeadlessSession::spawn(const std::vector<std::string>& argv, const std::string& logName) {
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    std::string log = (dir_ / logName).string();
+    posix_spawn_file_actions_addopen(&actions, 1, log.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    posix_spawn_file_actions_adddup2(&actions, 1, 2);
+    std::vector<std::string> copy = argv;
+    std::vector<char*> args;
+    for (auto& a : copy)
+        args.push_back(a.data());
+    args.push_back(nullptr);
+    auto envStrings = childEnvironment();
+    std::vector<char*> envp;
+    for (auto& e : envStrings)
+        envp.push_back(e.data());
+    envp.push_back(nullptr);
+    pid_t pid = 0;
+    int rc = posix_spawnp(&pid, args[0], &actions, nullptr, args.data(), envp.data());
+    posix_spawn_file_actions_destroy(&actions);
+    if (rc != 0)
+        return -1;
+    children_.push_back(pid);
+    return pid;
+}
+
+bool HeadlessSession::reloadSettings() const {
+    return xsettingsd_ > 0 && kill(xsettingsd_, SIGHUP) == 0;
+}
+
+std::vector<std::string> HeadlessSession::childEnvironment() const {
+    std::vector<std::string> result;
+    auto overridden = [&](std::string_view entry) {
+        auto eq = entry.find('=');
+        auto name = entry.substr(0, eq);
+        if (name == "WAYLAND_DISPLAY")
+            return true;  // the session is X11 only
+        for (const auto& [key, value] : env_) {
+            if (name == key)
+                return true;
+        }
+        return false;
+    };
+    for (char** e = environ; e && *e; ++e) {
+        if (!overridden(*e))
+            result.emplace_back(*e);
+    }
+    for (const auto& [key, value] : env_)
+        result.push_back(key + "=" + value);
+    return result;
+}
+
+void HeadlessSession::applyToCurrentProcess() {
+    auto save = [&](const std::string& name) {
+        const char* old = std::getenv(name.c_str());
+        savedVariables_.emplace_back(name, old ? std::optional<std::string>(old) : std::nullopt);
+    };
+    save("WAYLAND_DISPLAY");
+    unsetenv("WAYLAND_DISPLAY");
+    for (const auto& [key, value] : env_) {
+        save(key);
+        setenv(key.c_str(), value.c_str(), 1);
+    }
+}
+
+void HeadlessSession::stopAll() {
+    // Last started first: the window manager and daemons leave before their display does.
+    std::vector<std::pair<pid_t, bool>> order;
+    for (pid_t pid : children_)
+        order.emplace_back(pid, true);
+    if (bus_ > 0)
+        order.insert(order.begin() + (order.empty() ? 0 : 1), {bus_, false});
+    for (auto it = order.rbegin(); it != order.rend(); ++it) {
+        auto [pid, ourChild] = *it;
+        if (kill(pid, SIGTERM) != 0) {
+            if (ourChild)
+                waitpid(pid, nullptr, WNOHANG);
+            continue;
+        }
+        if (!waitUntil([&] { return isGone(pid, ourChild); }, kStopLimit)) {
+            kill(pid, SIGKILL);
+            if (ourChild)
+                waitpid(pid, nullptr, 0);
+        }
+    }
+    children_.clear();
+    bus_ = 0;
+}
+
+HeadlessSession::~HeadlessSession() {
+    stopAll();
+    for (auto it = savedVariables_.rbegin(); it != savedVariables_.rend(); ++it) {
+        if (it->second) {
+            setenv(it->first.c_str(), it->second->c_str(), 1);
+        } else {
+            unsetenv(it->first.c_str());
+        }
+    }
+    std::error_code ignored;
+    if (!dir_.empty())
+        std::filesystem::remove_all(dir_, ignored);
+}
+
+}  // namespace zd::x11

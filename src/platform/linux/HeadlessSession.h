@@ -1,0 +1,76 @@
+#pragma once
+// A private headless desktop: Xvfb on a free display, openbox, a D-Bus session bus (so gsettings
+// reaches dconf) and xsettingsd with its own config file, all confined to a temporary folder.
+// Integration tests and the command line start one, run targets inside it and let the
+// destructor end every process it started, each by its own pid.
+
+#include <sys/types.h>
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "model/Expected.h"
+
+namespace zd::x11 {
+
+class HeadlessSession {
+  public:
+    struct Options {
+        int width = 1920;
+        int height = 1080;
+        bool windowManager = true;   // openbox
+        bool sessionBus = true;      // dbus-daemon; gsettings needs it
+        bool settingsDaemon = true;  // xsettingsd
+    };
+    using Variable = std::pair<std::string, std::string>;
+
+    // Starts the processes and waits until the display answers (and the window manager has
+    // taken it). The text tells what failed to start.
+    static Expected<std::unique_ptr<HeadlessSession>, std::string> start(Options options);
+    static Expected<std::unique_ptr<HeadlessSession>, std::string> start() { return start({}); }
+
+    HeadlessSession(const HeadlessSession&) = delete;
+    HeadlessSession& operator=(const HeadlessSession&) = delete;
+    // Ends each started process by its pid (last started first), restores the variables that
+    // applyToCurrentProcess changed and removes the folder.
+    ~HeadlessSession();
+
+    const std::string& display() const { return display_; }  // ":N"
+    const std::filesystem::path& directory() const { return dir_; }
+    const std::string& busAddress() const { return busAddress_; }
+    // The XSETTINGS values xsettingsd serves; rewrite it and call reloadSettings().
+    std::filesystem::path settingsConfig() const { return dir_ / "xsettingsd.conf"; }
+    pid_t settingsDaemonPid() const { return xsettingsd_; }
+    // Makes xsettingsd read its config file again (it answers SIGHUP).
+    bool reloadSettings() const;
+
+    // The variables a process started inside the session needs (DISPLAY, the bus, XDG folders).
+    const std::vector<Variable>& environment() const { return env_; }
+    // The whole environment for a child: this process's own, overridden by environment().
+    std::vector<std::string> childEnvironment() const;
+    // Sets environment() in this process (e.g. so xcb_connect(nullptr) reaches the session).
+    void applyToCurrentProcess();
+
+  private:
+    HeadlessSession() = default;
+    std::optional<std::string> launch(Options options);
+    std::optional<std::string> startDisplay(const Options& options);
+    std::optional<std::string> startBus();
+    pid_t spawn(const std::vector<std::string>& argv, const std::string& logName);
+    void stopAll();
+
+    std::filesystem::path dir_;
+    std::string display_;
+    std::string busAddress_;
+    std::vector<Variable> env_;
+    std::vector<pid_t> children_;  // started by spawn: reaped with waitpid
+    pid_t bus_ = 0;                // forked itself: not our child
+    pid_t xsettingsd_ = 0;
+    std::vector<std::pair<std::string, std::optional<std::string>>> savedVariables_;
+};
+
+}  // namespace zd::x11
