@@ -213,7 +213,7 @@ LoadedSettings load(const SettingsStore& store, ResourceBundle& bundle) {
     loaded.windowShadow = windowShadow(store);
     loaded.lightBackground = background(store, AppearanceMode::light, bundle);
     loaded.darkBackground = background(store, AppearanceMode::dark, bundle);
-    loaded.menuBar.hasBackground = menuBarBackground(store);
+    loaded.menuBarHasBackground = menuBarBackground(store);
     return loaded;
 }
 

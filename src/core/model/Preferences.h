@@ -16,7 +16,6 @@
 #include "model/BackgroundKind.h"
 #include "model/CaptureScope.h"
 #include "model/LanguageSelection.h"
-#include "model/MenuBarConfig.h"
 #include "model/OutputSize.h"
 #include "model/WindowSizePreset.h"
 
@@ -85,11 +84,12 @@ BackgroundChoice background(const SettingsStore& store, AppearanceMode mode,
 // The fill colours every start gives; they aren't stored.
 Color defaultFillColor(AppearanceMode mode);
 
-// Everything the main window starts from, read once, in the order of its fields.
+// Everything the main window starts from, read once, in the order of its fields. The defaults
+// are what an empty store gives (but for the backgrounds, which need the resource bundle).
 struct LoadedSettings {
     CaptureScope captureScope = CaptureScope::singleWindow;
     WindowSizePreset sizePreset = WindowSizePreset::half;
-    std::set<AppearanceMode> enabledAppearances;
+    std::set<AppearanceMode> enabledAppearances{AppearanceMode::light, AppearanceMode::dark};
     int countdownSeconds = 3;
     bool countdownAfterRelaunch = false;
     std::vector<LanguageSelection> languages;
@@ -99,7 +99,7 @@ struct LoadedSettings {
     bool windowShadow = true;
     BackgroundChoice lightBackground;
     BackgroundChoice darkBackground;
-    MenuBarConfig menuBar;
+    bool menuBarHasBackground = true;  // the menu bar's other fields start at their defaults
 
     friend bool operator==(const LoadedSettings&, const LoadedSettings&) = default;
 };
