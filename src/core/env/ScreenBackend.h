@@ -21,6 +21,12 @@ public:
     virtual ~ScreenBackend() = default;
     // The screen with the keyboard focus; nothing when there is no screen at all.
     virtual std::optional<ScreenInfo> mainScreen() const = 0;
+    // The first screen, whose height turns bottom-left y into top-left y. Where there is only
+    // one coordinate origin for all screens this is the main screen's.
+    virtual std::optional<ScreenInfo> primaryScreen() const { return mainScreen(); }
+    // True where frames count y upward from the lower left (macOS), false where they count it
+    // downward from the top left (X11).
+    virtual bool framesFromBottomLeft() const { return false; }
 };
 
 }  // namespace zd

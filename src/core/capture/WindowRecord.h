@@ -1,0 +1,35 @@
+#pragma once
+// Typed reads of one entry of the window server's list. Each gives nothing when the key is
+// missing or holds another type, so the list rules can tell "absent" from "wrong".
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "model/Geometry.h"
+#include "model/Value.h"
+
+namespace zd::WindowRecord {
+
+std::optional<std::int64_t> layer(const Value& record);
+std::optional<std::int32_t> ownerPID(const Value& record);
+std::optional<std::string> ownerName(const Value& record);
+// The window number when it is an unsigned 32-bit integer.
+std::optional<std::uint32_t> number(const Value& record);
+// The window's title; empty when absent or not a string.
+std::string name(const Value& record);
+
+// How "kCGWindowBounds" reads for the size tests.
+struct BoundsSize {
+    bool readable = false;  // a dictionary of numbers; otherwise the size tests let it pass
+    std::optional<double> width;
+    std::optional<double> height;
+};
+BoundsSize boundsSize(const Value& record);
+// The bounds as a rectangle when all four members are numbers.
+std::optional<Rect> bounds(const Value& record);
+
+// Both sides at least the minimums (inclusive); unreadable bounds pass, missing sides fail.
+bool passesSize(const Value& record, double minWidth, double minHeight);
+
+}  // namespace zd::WindowRecord
