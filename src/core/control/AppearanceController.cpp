@@ -1,0 +1,103 @@
+#include "control/AppearanceController.h"
+
+#include <algorithm>
+#include <cctype>
+
+#include "env/AppearanceBackend.h"
+
+namespace zd::AppearanceController {
+
+namespace {
+
+std::string script(std::string_view innermost) {
+    std::string text = "tell application \"System Events\"\n";
+    text += "    tell appearance preferences\n";
+    text += "        ";
+    text += innermost;
+    text += "\n    end tell\n";
+    text += "end tell";
+    return text;
+}
+
+// Structural UTF-8 check: lead and continuation bytes, no overlong two-byte forms.
+bool isValidUtf8(std::string_view bytes) {
+    std::size_t i = 0;
+    while (i < bytes.size()) {
+        const auto c = static_cast<unsigned char>(bytes[i]);
+        std::size_t extra = 0;
+        if (c < 0x80) {
+            extra = 0;
+        } else if (c >= 0xc2 && c <= 0xdf) {
+            extra = 1;
+        } else if (c >= 0xe0 && c <= 0xef) {
+            extra = 2;
+        } else if (c >= 0xf0 && c <= 0xf4) {
+            extra = 3;
+        } else {
+            return false;
+        }
+        if (i + extra >= bytes.size())
+            return false;
+        for (std::size_t k = 1; k <= extra; ++k) {
+            if ((static_cast<unsigned char>(bytes[i + k]) & 0xc0) != 0x80)
+                return false;
+        }
+        i += extra + 1;
+    }
+    return true;
+}
+
+bool isBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\v' || c == '\f';
+}
+
+// The tool's output as text, or none for every failure.
+std::optional<std::string> textOf(const std::optional<ToolResult>& result) {
+    if (!result || result->exitStatus != 0)
+        return std::nullopt;
+    if (!isValidUtf8(result->standardOutput))
+        return std::nullopt;
+    return result->standardOutput;
+}
+
+}  // namespace
+
+std::string readingScript() {
+    return script("return dark mode");
+}
+
+std::string writingScript(Mode mode) {
+    return script(std::string("set dark mode to ") + (mode == Mode::dark ? "true" : "false"));
+}
+
+std::optional<Mode> parseMode(std::string_view output) {
+    while (!output.empty() && isBlank(output.front()))
+        output.remove_prefix(1);
+    while (!output.empty() && isBlank(output.back()))
+        output.remove_suffix(1);
+    std::string word(output);
+    std::transform(word.begin(), word.end(), word.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    if (word == "true" || word == "'prefer-dark'")
+        return Mode::dark;
+    if (word == "false" || word == "'default'" || word == "'prefer-light'")
+        return Mode::light;
+    return std::nullopt;
+}
+
+std::optional<Mode> current(AppearanceBackend& backend) {
+    const auto text = textOf(backend.readDarkMode());
+    if (!text)
+        return std::nullopt;
+    return parseMode(*text);
+}
+
+Expected<void, Failure> set(AppearanceBackend& backend, Mode mode) {
+    // Any output at all, the empty text included, is success.
+    if (!textOf(backend.writeDarkMode(mode == Mode::dark))) {
+        return unexpected(Failure{Failure::Kind::automationDenied, {}});
+    }
+    return {};
+}
+
+}  // namespace zd::AppearanceController
