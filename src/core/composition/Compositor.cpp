@@ -10,7 +10,9 @@
 #include "composition/Canvas.h"
 #include "composition/MenuBarRenderer.h"
 #include "env/CanvasFactory.h"
+#include "env/Environment.h"
 #include "env/ImageCodec.h"
+#include "env/WindowListBackend.h"
 
 namespace zd::Compositor {
 
@@ -157,6 +159,15 @@ Image render(const Inputs& inputs, const Platform& platform) {
     return canvas->finish();
 }
 
+Image render(const Inputs& inputs, const Environment& env) {
+    if (!env.canvases || !env.images)
+        return Image();
+    const std::optional<ScreenInfo> screen =
+        env.screens ? env.screens->mainScreen() : std::optional<ScreenInfo>();
+    const double barPts = env.windowList ? realMenuBarHeightPts(*env.windowList) : 24.0;
+    return render(inputs, Platform{*env.canvases, *env.images, screen, barPts});
+}
+
 Expected<void, OutputError> writePNG(const Image& image, const std::filesystem::path& path,
                                      const ImageCodec& codec) {
     if (image.isNull())
@@ -211,6 +222,14 @@ double realMenuBarHeightPts(const std::optional<std::vector<Value>>& onScreenWin
             return value;
     }
     return fallback;
+}
+
+double realMenuBarHeightPts(const WindowListBackend& windowList) {
+    // On-screen windows only (the window server's option 1).
+    const Value list = windowList.windowList(static_cast<WindowListOption>(1u));
+    const ValueArray* windows = list.asArray();
+    return realMenuBarHeightPts(windows ? std::optional<std::vector<Value>>(*windows)
+                                        : std::nullopt);
 }
 
 std::vector<Rect> subtracting(const Rect& self, const Rect& other) {

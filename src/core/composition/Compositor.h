@@ -23,6 +23,7 @@ namespace zd {
 class CanvasFactory;
 class ImageCodec;
 class WindowListBackend;
+struct Environment;
 
 namespace Compositor {
 
@@ -61,6 +62,10 @@ struct Layout {
 // too large) gives an empty image, which writePNG then refuses.
 Image render(const Inputs& inputs, const Platform& platform);
 
+// The same, asking the environment for the main screen and the live menu bar's height on each
+// call. Without a canvas factory or an image codec in the environment: an empty image.
+Image render(const Inputs& inputs, const Environment& env);
+
 // The placement of the image for the inputs, as render draws it.
 Layout layout(const Inputs& inputs, const std::optional<ScreenInfo>& mainScreen,
               double realMenuBarHeightPts);
@@ -74,6 +79,8 @@ Expected<void, OutputError> writePNG(const Image& image, const std::filesystem::
 // kCGWindowLayer is the integer 24 and whose kCGWindowBounds is a dictionary of numbers with a
 // "Height" above 0; 24.0 when there's no list or no such window.
 double realMenuBarHeightPts(const std::optional<std::vector<Value>>& onScreenWindows);
+// The same over the window server's list of on-screen windows.
+double realMenuBarHeightPts(const WindowListBackend& windowList);
 
 // The parts of `self` that `other` doesn't cover, as up to four non-overlapping rectangles:
 // bottom band, top band (full width), then left and right bands limited to the overlap.

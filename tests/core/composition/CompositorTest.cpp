@@ -7,7 +7,9 @@
 #include <limits>
 
 #include "composition/MenuBarRenderer.h"
+#include "env/Environment.h"
 #include "testing/FakeImageCodec.h"
+#include "testing/FakeWindowListBackend.h"
 #include "testing/RecordingCanvas.h"
 
 namespace zd {
@@ -306,6 +308,26 @@ TEST(RealMenuBarHeight, FirstLayer24WindowWithAHeight) {
                   window(24, bounds(33.5)), window(24, bounds(40))}),
               33.5);
     EXPECT_EQ(realMenuBarHeightPts(std::vector<Value>{Value(5), Value()}), 24.0);
+}
+
+TEST_F(CompositorTest, EnvironmentSuppliesTheLiveBarHeightFromOnScreenWindows) {
+    testing::FakeWindowListBackend windows;
+    windows.setWindows(
+        ValueArray{testing::windowRecord(7, 1, "Dock", "", {0, 0, 1512, 982}),
+                   testing::windowRecord(9, 1, "Window Server", "Menubar", {0, 0, 1512, 37}, 24)});
+    Environment env;
+    env.canvases = &canvases;
+    env.images = &codec;
+    env.windowList = &windows;
+    const Image display(3024, 1964);
+    Compositor::render(inputsFor(display, {3024, 1964}, true), env);
+    ASSERT_EQ(windows.requests.size(), 1u);
+    EXPECT_EQ(static_cast<unsigned>(windows.requests[0]), 1u);  // on-screen windows only
+    // No main screen: scale 2, so the real bar is 74 rows of the display image.
+    EXPECT_EQ(windowDraw(display).source, (Rect{0, 0, 3024, 1964 - 74}));
+
+    env.canvases = nullptr;
+    EXPECT_TRUE(Compositor::render(inputsFor(display, {3024, 1964}, true), env).isNull());
 }
 
 class WritePNG : public ::testing::Test {
