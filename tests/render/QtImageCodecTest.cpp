@@ -1,0 +1,122 @@
+#include "QtImageCodec.h"
+
+#include <gtest/gtest.h>
+
+#include <QBuffer>
+#include <QImage>
+#include <QTemporaryDir>
+
+#include <fstream>
+
+#include "GuiApp.h"
+#include "ImageConversion.h"
+
+namespace zd {
+namespace {
+
+std::uint32_t crc32(const std::uint8_t* data, std::size_t n) {
+    std::uint32_t crc = 0xffffffffu;
+    for (std::size_t i = 0; i < n; ++i) {
+        crc ^= data[i];
+        for (int k = 0; k < 8; ++k)
+            crc = (crc >> 1) ^ (0xedb88320u & (0u - (crc & 1u)));
+    }
+    return ~crc;
+}
+
+void putBigEndian32(std::uint8_t* p, std::uint32_t v) {
+    for (int i = 0; i < 4; ++i)
+        p[i] = static_cast<std::uint8_t>(v >> (24 - 8 * i));
+}
+
+class QtImageCodecTest : public ::testing::Test {
+  protected:
+    void SetUp() override { testing::ensureGuiApp(); }
+
+    std::string write(const std::string& name, const std::vector<std::uint8_t>& bytes) {
+        const std::string path = dir_.filePath(QString::fromStdString(name)).toStdString();
+        std::ofstream(path, std::ios::binary)
+            .write(reinterpret_cast<const char*>(bytes.data()),
+                   static_cast<std::streamsize>(bytes.size()));
+        return path;
+    }
+    std::vector<std::uint8_t> smallPng() {
+        Image image(40, 30);
+        for (int y = 0; y < 30; ++y)
+            for (int x = 0; x < 40; ++x)
+                image.setPixel(x, y, Image::argb(128, 64, static_cast<std::uint32_t>(x), 0));
+        return *codec_.encodePNG(image);
+    }
+    std::vector<std::uint8_t> jpeg(int w, int h) {
+        QImage image(w, h, QImage::Format_RGB32);
+        image.fill(QColor(200, 120, 40));
+        QByteArray bytes;
+        QBuffer buffer(&bytes);
+        buffer.open(QIODevice::WriteOnly);
+        image.save(&buffer, "JPEG", 90);
+        return {bytes.begin(), bytes.end()};
+    }
+
+    QTemporaryDir dir_;
+    QtImageCodec codec_;
+};
+
+TEST_F(QtImageCodecTest, ReadsPngAndJpegAsPremultipliedArgb) {
+    const auto png = codec_.load(write("a.png", smallPng()));
+    ASSERT_TRUE(png.has_value());
+    EXPECT_EQ(png->width(), 40);
+    EXPECT_EQ(png->height(), 30);
+    EXPECT_EQ(png->pixel(39, 29), Image::argb(128, 64, 39, 0));
+
+    const auto jpg = codec_.load(write("b.jpg", jpeg(64, 48)));
+    ASSERT_TRUE(jpg.has_value());
+    EXPECT_EQ(jpg->width(), 64);
+    EXPECT_EQ(Image::alphaOf(jpg->pixel(10, 10)), 255u);
+}
+
+TEST_F(QtImageCodecTest, BadFilesGiveNothing) {
+    const auto png = smallPng();
+    const auto jpg = jpeg(256, 256);
+
+    // A PNG whose header claims 100000 × 100000 pixels: a few bytes that would need 40 GB.
+    auto bomb = png;
+    putBigEndian32(bomb.data() + 16, 100000);
+    putBigEndian32(bomb.data() + 20, 100000);
+    putBigEndian32(bomb.data() + 29, crc32(bomb.data() + 12, 17));
+
+    std::vector<std::uint8_t> noise(5000);
+    for (std::size_t i = 0; i < noise.size(); ++i)
+        noise[i] = static_cast<std::uint8_t>(i * 7919);
+    auto corruptPng = png;
+    for (std::size_t i = 40; i < corruptPng.size() - 12; ++i)
+        corruptPng[i] ^= 0x5a;
+
+    const std::vector<std::pair<std::string, std::vector<std::uint8_t>>> cases = {
+        {"bomb.png", bomb},
+        {"noise.png", noise},
+        {"empty.jpg", {}},
+        {"truncated.png", {png.begin(), png.begin() + static_cast<long>(png.size() / 2)}},
+        {"signature-only.png", {png.begin(), png.begin() + 8}},
+        {"corrupt.png", corruptPng},
+        {"truncated.jpg", {jpg.begin(), jpg.begin() + 300}},
+    };
+    for (const auto& [name, bytes] : cases)
+        EXPECT_FALSE(codec_.load(write(name, bytes)).has_value()) << name;
+    EXPECT_FALSE(codec_.load(dir_.filePath("missing.png").toStdString()).has_value());
+    EXPECT_FALSE(codec_.load(dir_.path().toStdString()).has_value()) << "a folder";
+}
+
+TEST_F(QtImageCodecTest, EncodedPngReadsBack) {
+    Image image(5, 4);
+    image.setPixel(0, 0, Image::argb(10, 5, 0, 10));
+    const auto bytes = codec_.encodePNG(image);
+    ASSERT_TRUE(bytes.has_value());
+    const auto back = codec_.load(write("round.png", *bytes));
+    ASSERT_TRUE(back.has_value());
+    EXPECT_EQ(back->pixel(0, 0), Image::argb(10, 5, 0, 10));
+    EXPECT_EQ(back->pixel(4, 3), 0u);
+    EXPECT_FALSE(codec_.encodePNG(Image()).has_value());
+}
+
+}  // namespace
+}  // namespace zd
