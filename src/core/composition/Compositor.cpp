@@ -74,7 +74,10 @@ void paintCapturedBar(Canvas& canvas, const Inputs& inputs, const Rect& bar, dou
 
     // Paint out the real status items with a two-pixel column of plain bar taken from just
     // left of them, then draw our own cluster over the smear.
-    const double g = inputs.statusItemsLeftFraction;
+    // A fraction of the strip's width; anything else (never written so) counts as no items.
+    const double g = std::isfinite(inputs.statusItemsLeftFraction)
+                         ? std::clamp(inputs.statusItemsLeftFraction, 0.0, 1.0)
+                         : 1.0;
     const double w = inputs.canvas.width;
     const double erase =
         std::max(MenuBarRenderer::rightClusterWidth(canvas, inputs.menuBar, c) + 24.0 * c,
