@@ -12,8 +12,7 @@ namespace zd::test {
 class TemporaryFolder {
   public:
     TemporaryFolder() {
-        std::string pattern =
-            (std::filesystem::temp_directory_path() / "zd-model-test-XXXXXX").string();
+        std::string pattern = (std::filesystem::temp_directory_path() / "zd-test-XXXXXX").string();
         if (char* made = ::mkdtemp(pattern.data()))
             path_ = made;
     }

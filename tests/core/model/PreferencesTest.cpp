@@ -7,7 +7,7 @@
 #include <climits>
 #include <functional>
 
-#include "TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 #include "model/ResourceBundle.h"
 #include "testing/InMemorySettingsStore.h"
 

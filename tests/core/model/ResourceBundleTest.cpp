@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 #include "model/Preferences.h"
 #include "testing/InMemorySettingsStore.h"
 

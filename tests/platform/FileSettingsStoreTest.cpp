@@ -1,0 +1,173 @@
+// The settings file: what one store writes another reads, writes replace the file whole, and
+// an unreadable file falls back and is kept.
+#include "linux/FileSettingsStore.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+#include "model/Preferences.h"
+#include "support/TemporaryFolder.h"
+
+namespace zd {
+namespace {
+
+namespace fs = std::filesystem;
+using test::TemporaryFolder;
+
+std::string contents(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+std::uint64_t inode(const fs::path& path) {
+    struct stat info {};
+    ::stat(path.c_str(), &info);
+    return static_cast<std::uint64_t>(info.st_ino);
+}
+
+class FileSettingsStoreTest : public testing::Test {
+  protected:
+    TemporaryFolder folder;
+    fs::path file = folder.path() / "config/zephyrdock/settings.json";
+};
+
+TEST_F(FileSettingsStoreTest, AnotherStoreReadsWhatTheLastOneWroteWithItsTypes) {
+    {
+        FileSettingsStore writer(file.string());
+        writer.setObject("all", "captureScope");
+        writer.setBool(false, "captureLight");
+        writer.setInteger(-5, "countdownSeconds");
+        writer.setObject(ValueArray{"en", "pt-BR"}, "languageCodes");
+        writer.setObject(2.0, "someDouble");
+        writer.setObject("2880 \u00d7 1800 (Mac App Store preferred)", "outputSize");
+        EXPECT_EQ(writer.lastWriteError(), std::nullopt);
+    }
+    FileSettingsStore reader(file.string());
+    EXPECT_EQ(reader.allKeys(),
+              (std::vector<std::string>{"captureLight", "captureScope", "countdownSeconds",
+                                        "languageCodes", "outputSize", "someDouble"}));
+    EXPECT_EQ(reader.objectForKey("captureLight"), Value(false));
+    EXPECT_EQ(reader.objectForKey("countdownSeconds"), Value(-5));
+    EXPECT_EQ(reader.objectForKey("someDouble"), Value(2.0));
+    EXPECT_EQ(Preferences::captureScope(reader), CaptureScope::allWindows);
+    EXPECT_EQ(Preferences::outputSize(reader), OutputSize::mas2880);
+    EXPECT_EQ(Preferences::languages(reader).size(), 2u);
+}
+
+TEST_F(FileSettingsStoreTest, SeesLaterWritesOfAnotherStoreAndKeepsTheirKeys) {
+    FileSettingsStore first(file.string());
+    FileSettingsStore second(file.string());
+    first.setInteger(7, "countdownSeconds");
+    EXPECT_EQ(second.objectForKey("countdownSeconds"), Value(7));
+    second.setBool(true, "countdownAfterRelaunch");
+    EXPECT_EQ(first.objectForKey("countdownAfterRelaunch"), Value(true));
+    first.removeObjectForKey("countdownSeconds");
+    EXPECT_EQ(second.allKeys(), std::vector<std::string>{"countdownAfterRelaunch"});
+    second.setObject(Value(), "countdownAfterRelaunch");  // a null value removes the key
+    EXPECT_TRUE(first.allKeys().empty());
+}
+
+TEST_F(FileSettingsStoreTest, ReadingAMissingFileCreatesNothing) {
+    FileSettingsStore store(file.string());
+    EXPECT_EQ(store.objectForKey("captureScope"), std::nullopt);
+    EXPECT_FALSE(store.fileIsUnreadable());
+    EXPECT_FALSE(fs::exists(file.parent_path()));
+}
+
+TEST_F(FileSettingsStoreTest, WriteReplacesTheFileWholeAndLeavesNoTemporaryFiles) {
+    FileSettingsStore store(file.string());
+    store.setBool(true, "windowShadow");
+    auto before = inode(file);
+    store.setBool(false, "windowShadow");
+    EXPECT_NE(inode(file), before) << "the file was rewritten in place";
+    for (const auto& entry : fs::directory_iterator(file.parent_path())) {
+        auto name = entry.path().filename().string();
+        EXPECT_TRUE(name == "settings.json" || name == "settings.json.lock") << name;
+    }
+    EXPECT_EQ((fs::status(file).permissions() & fs::perms::others_read), fs::perms::none);
+}
+
+TEST_F(FileSettingsStoreTest, TemporaryFileOfACrashedWriteIsIgnored) {
+    FileSettingsStore(file.string()).setObject("all", "captureScope");
+    std::ofstream(file.string() + ".tmp-Ab12Cd") << "{\"captureScope\": \"sin";
+    FileSettingsStore restarted(file.string());
+    EXPECT_EQ(restarted.objectForKey("captureScope"), Value("all"));
+    EXPECT_FALSE(restarted.fileIsUnreadable());
+}
+
+class UnreadableSettingsFile : public FileSettingsStoreTest,
+                               public testing::WithParamInterface<std::string> {};
+
+TEST_P(UnreadableSettingsFile, FallsBackIsKeptAndMovedAsideOnTheNextWrite) {
+    const std::string& original = GetParam();
+    fs::create_directories(file.parent_path());
+    std::ofstream(file, std::ios::binary) << original;
+
+    FileSettingsStore store(file.string());
+    EXPECT_TRUE(store.fileIsUnreadable());
+    EXPECT_TRUE(store.allKeys().empty());
+    EXPECT_EQ(Preferences::countdownSeconds(store), 3);
+    EXPECT_EQ(Preferences::captureScope(store), CaptureScope::singleWindow);
+    EXPECT_EQ(contents(file), original) << "reading must not touch the file";
+
+    store.setInteger(5, "countdownSeconds");
+    EXPECT_EQ(store.lastWriteError(), std::nullopt);
+    EXPECT_EQ(contents(file.string() + ".corrupt"), original);
+    FileSettingsStore restarted(file.string());
+    EXPECT_FALSE(restarted.fileIsUnreadable());
+    EXPECT_EQ(restarted.allKeys(), std::vector<std::string>{"countdownSeconds"});
+    EXPECT_EQ(Preferences::countdownSeconds(restarted), 5);
+}
+
+INSTANTIATE_TEST_SUITE_P(FileSettingsStore, UnreadableSettingsFile,
+                         testing::Values("{\"captureScope\": \"all\", \"countdownSec",  // torn
+                                         "[\"captureScope\", \"all\"]",  // foreign: no object
+                                         "captureScope=all\n",           // foreign: no JSON
+                                         std::string("{\"a\":\0\"b\"}", 10), ""));
+
+TEST_F(FileSettingsStoreTest, KeysOfTheWrongTypeFallBackOneByOne) {
+    fs::create_directories(file.parent_path());
+    std::ofstream(file) << R"({"captureScope": "all", "countdownSeconds": "ten",
+                               "captureDark": false, "windowShadow": 0})";
+    FileSettingsStore store(file.string());
+    EXPECT_FALSE(store.fileIsUnreadable());
+    EXPECT_EQ(Preferences::captureScope(store), CaptureScope::allWindows);
+    EXPECT_EQ(Preferences::countdownSeconds(store), 3);
+    EXPECT_FALSE(Preferences::captureDark(store));
+    EXPECT_TRUE(Preferences::windowShadow(store));
+}
+
+TEST_F(FileSettingsStoreTest, AFailedWriteIsReportedAndChangesNothing) {
+    folder.file("blocker", "not a folder");
+    FileSettingsStore store((folder.path() / "blocker/settings.json").string());
+    store.setBool(true, "windowShadow");
+    EXPECT_TRUE(store.lastWriteError().has_value());
+    EXPECT_EQ(store.objectForKey("windowShadow"), std::nullopt);
+}
+
+TEST(FileSettingsStorePath, FollowsTheConfigFolderOfTheEnvironment) {
+    std::string savedConfig = std::getenv("XDG_CONFIG_HOME") ? std::getenv("XDG_CONFIG_HOME") : "";
+    std::string savedHome = std::getenv("HOME") ? std::getenv("HOME") : "";
+    ::setenv("XDG_CONFIG_HOME", "/cfg", 1);
+    ::setenv("HOME", "/home/someone", 1);
+    EXPECT_EQ(FileSettingsStore::defaultPath(), "/cfg/zephyrdock/settings.json");
+    ::setenv("XDG_CONFIG_HOME", "relative", 1);
+    EXPECT_EQ(FileSettingsStore::defaultPath(), "/home/someone/.config/zephyrdock/settings.json");
+    ::unsetenv("XDG_CONFIG_HOME");
+    EXPECT_EQ(FileSettingsStore::defaultPath(), "/home/someone/.config/zephyrdock/settings.json");
+    ::unsetenv("HOME");
+    EXPECT_EQ(FileSettingsStore::defaultPath(), std::nullopt);
+    if (!savedConfig.empty())
+        ::setenv("XDG_CONFIG_HOME", savedConfig.c_str(), 1);
+    if (!savedHome.empty())
+        ::setenv("HOME", savedHome.c_str(), 1);
+}
+
+}  // namespace
+}  // namespace zd
