@@ -28,6 +28,12 @@ class WindowSizingBackend {
     virtual bool setSize(SizableWindow window, Size size) = 0;
     // Top-left corner in points, in top-left screen coordinates.
     virtual bool setPosition(SizableWindow window, Point topLeft) = 0;
+    // Whether this program may size other programs' windows. With `prompt` the system also
+    // asks the user to grant it. Window managers without such a permission always allow it.
+    virtual bool isProcessTrusted(bool prompt) {
+        (void)prompt;
+        return true;
+    }
 };
 
 }  // namespace zd
