@@ -5,6 +5,7 @@
 // times faster than libpng's defaults for at most a tenth more bytes on screenshots.
 // Row conversion and filtering run on two threads; deflate runs as one stream.
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -23,10 +24,17 @@ class PngWriter {
         int threads = 2;           // for unpremultiplying and filtering rows
     };
 
+    // Where the time went, for the benchmark.
+    struct Timings {
+        std::chrono::nanoseconds rows{0};     // unpremultiplying and filtering
+        std::chrono::nanoseconds deflate{0};  // compressing and framing
+    };
+
     // The PNG file's bytes; nothing for a null image or when compression fails.
     static std::optional<std::vector<std::uint8_t>> encode(const Image& image);
     static std::optional<std::vector<std::uint8_t>> encode(const Image& image,
-                                                           const Options& options);
+                                                           const Options& options,
+                                                           Timings* timings = nullptr);
 };
 
 }  // namespace zd

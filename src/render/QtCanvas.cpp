@@ -108,6 +108,12 @@ void QtCanvas::withShadow(const QRectF& bounds, const Paint& paint) {
 }
 
 void QtCanvas::paintShadow(const QRectF& bounds, const std::function<void(QPainter&)>& paint) {
+    const auto started = std::chrono::steady_clock::now();
+    struct Account {
+        std::chrono::steady_clock::time_point started;
+        std::chrono::nanoseconds& total;
+        ~Account() { total += std::chrono::steady_clock::now() - started; }
+    } account{started, shadowTime_};
     const Shadow& shadow = *state_.shadow;
     if (!std::isfinite(shadow.blurRadius) || !std::isfinite(shadow.offset.x) ||
         !std::isfinite(shadow.offset.y))
