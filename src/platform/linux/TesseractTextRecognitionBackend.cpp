@@ -33,7 +33,7 @@ std::string installedLanguages() {
     return list;
 }
 
-// Tesseract separates CJK glyph groups by spaces, where the writing has none.
+// Tesseract separates groups of CJK glyphs by spaces, where the writing has none.
 bool isWide(const std::string& text, std::size_t at) {
     // Lead bytes of three-byte sequences from U+3000 up cover kana, CJK and full-width forms.
     const auto c = static_cast<unsigned char>(text[at]);
@@ -117,29 +117,50 @@ std::optional<std::vector<TextObservation>> TesseractTextRecognitionBackend::rec
         return std::nullopt;
     }
 
-    std::vector<TextObservation> observations;
+    // Words, grouped into observations: a line breaks where the gap between two words is
+    // wider than the text is high, as between two menu titles, not between two words of one.
+    struct Group {
+        int left = 0, top = 0, right = 0, bottom = 0;
+        std::string text;
+        float confidence = 100;
+    };
+    std::vector<Group> groups;
     std::unique_ptr<tesseract::ResultIterator> it(api_->GetIterator());
-    constexpr auto level = tesseract::RIL_TEXTLINE;
-    if (it && !it->Empty(level)) {
+    constexpr auto word = tesseract::RIL_WORD;
+    if (it && !it->Empty(word)) {
         do {
             int left = 0, top = 0, right = 0, bottom = 0;
-            if (!it->BoundingBox(level, &left, &top, &right, &bottom))
+            if (!it->BoundingBox(word, &left, &top, &right, &bottom))
                 continue;
-            TextObservation observation;
-            observation.boundingBox =
-                Rect{static_cast<double>(left) / width, 1.0 - static_cast<double>(bottom) / height,
-                     static_cast<double>(right - left) / width,
-                     static_cast<double>(bottom - top) / height};
-            std::unique_ptr<char[]> text(it->GetUTF8Text(level));
-            if (text) {
-                std::string line(text.get());
-                while (!line.empty() && (line.back() == '\n' || line.back() == ' '))
-                    line.pop_back();
-                observation.topCandidates.push_back(
-                    {joinedCjk(line), it->Confidence(level) / 100.0f});
+            std::unique_ptr<char[]> text(it->GetUTF8Text(word));
+            if (!text || !*text.get())
+                continue;
+            const std::string piece(text.get());
+            const bool newLine = it->IsAtBeginningOf(tesseract::RIL_TEXTLINE);
+            if (groups.empty() || newLine ||
+                left - groups.back().right >
+                    std::max(bottom - top, groups.back().bottom - groups.back().top)) {
+                groups.push_back({left, top, right, bottom, piece, it->Confidence(word)});
+                continue;
             }
-            observations.push_back(std::move(observation));
-        } while (it->Next(level));
+            Group& g = groups.back();
+            g.text = joinedCjk(g.text + " " + piece);
+            g.left = std::min(g.left, left);
+            g.top = std::min(g.top, top);
+            g.right = std::max(g.right, right);
+            g.bottom = std::max(g.bottom, bottom);
+            g.confidence = std::min(g.confidence, it->Confidence(word));
+        } while (it->Next(word));
+    }
+    std::vector<TextObservation> observations;
+    for (const auto& g : groups) {
+        TextObservation observation;
+        observation.boundingBox =
+            Rect{static_cast<double>(g.left) / width, 1.0 - static_cast<double>(g.bottom) / height,
+                 static_cast<double>(g.right - g.left) / width,
+                 static_cast<double>(g.bottom - g.top) / height};
+        observation.topCandidates.push_back({g.text, g.confidence / 100.0f});
+        observations.push_back(std::move(observation));
     }
     api_->Clear();
     return observations;

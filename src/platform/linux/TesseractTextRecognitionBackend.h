@@ -1,8 +1,8 @@
 #pragma once
 // Text recognition with tesseract's LSTM engine and the language data Debian installs
-// (English, German, French, Japanese, where present). Sparse-text page layout, so the widely
-// spaced titles of a menu bar come out as separate lines; each line is one observation, its
-// box normalised to the picture with the origin at the lower left. Dictionaries are not
+// (English, German, French, Japanese, where present). Sparse-text page layout; words separated
+// by more than the text's height (as menu titles are) become separate observations, each
+// with a box normalised to the picture, origin at the lower left. Dictionaries are not
 // loaded, so what is read is not corrected towards known words.
 
 #include <memory>
