@@ -180,16 +180,16 @@ Color defaultFillColor(AppearanceMode mode) {
     return mode == AppearanceMode::light ? Color::white(0.95, 1.0) : Color::white(0.06, 1.0);
 }
 
+BackgroundKind backgroundKind(const SettingsStore& store, AppearanceMode mode) {
+    bool firstRun = !url(store, urlKey(mode)) && !store.objectForKey(keyText(kindKey(mode)));
+    return firstRun ? BackgroundKind::image : readBackgroundKind(store, kindKey(mode));
+}
+
 BackgroundChoice background(const SettingsStore& store, AppearanceMode mode,
                             ResourceBundle& bundle) {
     BackgroundChoice choice;
+    choice.kind = backgroundKind(store, mode);
     auto storedURL = url(store, urlKey(mode));
-    bool firstRun = !storedURL && !store.objectForKey(keyText(kindKey(mode)));
-    if (firstRun) {
-        choice.kind = BackgroundKind::image;
-    } else {
-        choice.kind = readBackgroundKind(store, kindKey(mode));
-    }
     if (storedURL) {
         choice.url = storedURL;
     } else {

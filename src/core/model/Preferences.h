@@ -75,6 +75,9 @@ std::vector<LanguageSelection> languages(const SettingsStore& store);
 OutputSize outputSize(const SettingsStore& store);
 // Light and/or Dark as stored; both if neither is, so the set is never empty.
 std::set<AppearanceMode> enabledAppearances(const SettingsStore& store);
+// The kind of one appearance's background as the window starts with it: `image` on the first
+// run (neither a usable picture path nor a kind stored), else the stored kind.
+BackgroundKind backgroundKind(const SettingsStore& store, AppearanceMode mode);
 // The background of one appearance as the window starts with it. With neither a usable
 // picture path nor a kind stored (the first run) the kind is `image` on the bundle's picture.
 // Uses the resource bundle only when no stored picture exists, so that is when a missing
