@@ -66,8 +66,8 @@ bool waitFor(const std::function<bool()>& ready, std::chrono::milliseconds limit
     return ready();
 }
 
-void SessionTest::SetUpTestSuite() {
-    auto started = x11::HeadlessSession::start();
+void SessionTest::startSession(x11::HeadlessSession::Options options) {
+    auto started = x11::HeadlessSession::start(options);
     if (!started) {
         failure_ = started.error();
         return;

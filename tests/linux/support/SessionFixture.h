@@ -43,12 +43,15 @@ bool waitFor(const std::function<bool()>& ready,
 // A GoogleTest fixture that starts one session for its suite and applies it to this process.
 class SessionTest : public ::testing::Test {
   public:
-    static void SetUpTestSuite();
+    static void SetUpTestSuite() { startSession({}); }
     static void TearDownTestSuite();
+    // For a suite that needs another screen size: call from its own SetUpTestSuite.
+    static void startSession(x11::HeadlessSession::Options options);
 
   protected:
     void SetUp() override;
     static x11::HeadlessSession& session() { return *session_; }
+    static bool sessionStarted() { return session_ != nullptr; }
     static std::unique_ptr<AppProcess> launchApp(const std::vector<std::string>& argv) {
         return launchInSession(*session_, argv);
     }

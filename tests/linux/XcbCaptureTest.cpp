@@ -1,0 +1,297 @@
+// The capture engine against real GTK applications on a private display: gedit (GTK3, a
+// 24-bit window) and gnome-calculator (GTK4, a 32-bit window with alpha).
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <thread>
+
+#include "QtCanvasFactory.h"
+#include "capture/CaptureEngine.h"
+#include "capture/FullDisplayCapture.h"
+#include "capture/RunningApps.h"
+#include "capture/Spaces.h"
+#include "capture/TargetLists.h"
+#include "capture/WindowResizer.h"
+#include "core/capture/CaptureTestSupport.h"
+#include "linux/EwmhSpacesBackend.h"
+#include "linux/EwmhWindowSizingBackend.h"
+#include "linux/ProcProcessBackend.h"
+#include "linux/X11ProcessWindows.h"
+#include "linux/XcbCaptureBackend.h"
+#include "linux/XcbScreenBackend.h"
+#include "linux/XcbWindowListBackend.h"
+#include "support/SessionFixture.h"
+
+namespace zd::x11 {
+namespace {
+
+using testing::waitFor;
+
+class XcbCaptureTest : public testing::SessionTest {
+  public:
+    static void SetUpTestSuite() {
+        // A small screen, so that the calculator's minimum size matters for the half preset.
+        startSession({.width = 1024, .height = 768});
+        if (!sessionStarted())
+            return;
+        auto opened = XcbConnection::open();
+        if (!opened)
+            return;
+        connection = *opened;
+        gedit = launchApp({"gedit", "--new-window"});
+        calculator = launchApp({"gnome-calculator"});
+        clients = std::make_unique<EwmhClients>(connection);
+        windowList = std::make_unique<XcbWindowListBackend>(connection);
+        capture = std::make_unique<XcbCaptureBackend>(connection);
+        spaces = std::make_unique<EwmhSpacesBackend>(connection);
+        sizing = std::make_unique<EwmhWindowSizingBackend>(connection);
+        screens = std::make_unique<XcbScreenBackend>(connection);
+        ProcProcessBackend::Options options;
+        options.display = session().display();
+        processes = std::make_unique<ProcProcessBackend>(options);
+        geditWindow = windowOf(gedit->pid());
+        calculatorWindow = windowOf(calculator->pid());
+    }
+    static void TearDownTestSuite() {
+        processes.reset();
+        screens.reset();
+        sizing.reset();
+        spaces.reset();
+        capture.reset();
+        windowList.reset();
+        clients.reset();
+        gedit.reset();
+        calculator.reset();
+        connection.reset();
+        SessionTest::TearDownTestSuite();
+    }
+
+  protected:
+    void SetUp() override {
+        SessionTest::SetUp();
+        ASSERT_TRUE(connection) << "no connection to the session's display";
+        ASSERT_NE(geditWindow, 0u) << "gedit showed no window";
+        ASSERT_NE(calculatorWindow, 0u) << "gnome-calculator showed no window";
+    }
+
+    Environment env() {
+        Environment e;
+        e.clock = &clock;
+        e.workers = &workers;
+        e.windowList = windowList.get();
+        e.capture = capture.get();
+        e.spaces = spaces.get();
+        e.sizing = sizing.get();
+        e.screens = screens.get();
+        e.processes = processes.get();
+        e.canvases = &canvases;
+        return e;
+    }
+
+    // The process's first ordinary window of a useful size, once it is mapped.
+    static xcb_window_t windowOf(pid_t pid) {
+        xcb_window_t found = 0;
+        waitFor([&] {
+            for (const auto& c : clients->clients()) {
+                if (c.pid == pid && c.layer == Layer::normal && c.bounds && c.bounds->width > 100) {
+                    found = c.id;
+                    return true;
+                }
+            }
+            return false;
+        });
+        // Let the application finish its first paint.
+        std::this_thread::sleep_for(std::chrono::milliseconds(500));
+        return found;
+    }
+
+    // Moves and sizes the client area, and waits until the window manager has done it.
+    static void place(xcb_window_t window, Rect frame) {
+        sizing->setSize({window}, {frame.width, frame.height});
+        sizing->setPosition({window}, {frame.x, frame.y});
+        waitFor([&] { return connection->rootGeometry(window) == frame; }, std::chrono::seconds(3));
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    }
+
+    static void raise(pid_t pid) {
+        activateWindowsOf(pid);
+        std::this_thread::sleep_for(std::chrono::milliseconds(400));
+    }
+
+    static void toDesktop(xcb_window_t window, std::uint32_t desktop) {
+        const std::uint32_t data[5] = {desktop, 2, 0, 0, 0};
+        connection->sendToRoot(window, connection->atoms().netWmDesktop, data);
+        waitFor(
+            [&] {
+                return connection->cardinal(window, connection->atoms().netWmDesktop) == desktop;
+            },
+            std::chrono::seconds(3));
+    }
+
+    static inline std::shared_ptr<XcbConnection> connection;
+    static inline std::unique_ptr<testing::AppProcess> gedit;
+    static inline std::unique_ptr<testing::AppProcess> calculator;
+    static inline std::unique_ptr<EwmhClients> clients;
+    static inline std::unique_ptr<XcbWindowListBackend> windowList;
+    static inline std::unique_ptr<XcbCaptureBackend> capture;
+    static inline std::unique_ptr<EwmhSpacesBackend> spaces;
+    static inline std::unique_ptr<EwmhWindowSizingBackend> sizing;
+    static inline std::unique_ptr<XcbScreenBackend> screens;
+    static inline std::unique_ptr<ProcProcessBackend> processes;
+    static inline xcb_window_t geditWindow = 0;
+    static inline xcb_window_t calculatorWindow = 0;
+
+    testing::ManualClock clock;
+    testing::InlineWorkerPool workers;
+    QtCanvasFactory canvases;
+};
+
+// Share of pixels that differ by more than a little in any channel.
+double differingShare(const Image& a, const Image& b) {
+    if (a.width() != b.width() || a.height() != b.height())
+        return 1.0;
+    std::size_t differing = 0;
+    for (std::size_t i = 0; i < a.pixels().size(); ++i) {
+        std::uint32_t p = a.pixels()[i];
+        std::uint32_t q = b.pixels()[i];
+        for (int shift = 0; shift < 32; shift += 8) {
+            int d = static_cast<int>((p >> shift) & 0xff) - static_cast<int>((q >> shift) & 0xff);
+            if (std::abs(d) > 16) {
+                ++differing;
+                break;
+            }
+        }
+    }
+    return static_cast<double>(differing) / static_cast<double>(a.pixels().size());
+}
+
+TEST_F(XcbCaptureTest, BothApplicationsAreTargetsAndRows) {
+    auto targets = RunningApps::currentTargets(env());
+    auto has = [&](xcb_window_t id, pid_t pid) {
+        return std::any_of(targets.begin(), targets.end(), [&](const CaptureTarget& t) {
+            return t.id == id && t.pid == pid && !t.appName.empty();
+        });
+    };
+    EXPECT_TRUE(has(geditWindow, gedit->pid()));
+    EXPECT_TRUE(has(calculatorWindow, calculator->pid()));
+    std::vector<CompositeEntry> rows;
+    TargetLists::reloadCompositeWindows(env(), 0, rows);
+    EXPECT_GE(rows.size(), 2u);
+    for (const auto& row : rows)
+        EXPECT_TRUE(row.enabled);
+}
+
+TEST_F(XcbCaptureTest, ACoveredOrPartlyOffScreenWindowIsCapturedAloneAtTwiceItsSize) {
+    place(geditWindow, {100, 100, 600, 400});
+    place(calculatorWindow, {200, 150, 400, 520});
+    raise(gedit->pid());
+    auto uncovered =
+        testing::runToEnd(CaptureEngine::captureWindow(env(), CaptureTarget{geditWindow}));
+    ASSERT_TRUE(uncovered) << uncovered.error().systemMessage;
+    EXPECT_EQ(uncovered->width(), 1200);
+    EXPECT_EQ(uncovered->height(), 800);
+
+    raise(calculator->pid());
+    auto covered =
+        testing::runToEnd(CaptureEngine::captureWindow(env(), CaptureTarget{geditWindow}));
+    ASSERT_TRUE(covered);
+    EXPECT_LT(differingShare(*uncovered, *covered), 0.02) << "the calculator shows through";
+
+    place(geditWindow, {-300, 100, 600, 400});
+    auto offScreen =
+        testing::runToEnd(CaptureEngine::captureWindow(env(), CaptureTarget{geditWindow}));
+    ASSERT_TRUE(offScreen);
+    EXPECT_LT(differingShare(*uncovered, *offScreen), 0.02);
+
+    auto gone = testing::runToEnd(CaptureEngine::captureWindow(env(), CaptureTarget{0x7fffff}));
+    EXPECT_TRUE(!gone && gone.error().is(CaptureError::windowNotFound));
+}
+
+TEST_F(XcbCaptureTest, EachPresetSizesTheWindowWithinTheWorkAreaKeepingItsMinimum) {
+    auto screen = screens->mainScreen();
+    ASSERT_TRUE(screen);
+    const Rect work = screen->visibleFrame;
+    const Size minimum = sizing->allowedSize(calculatorWindow, {1, 1});
+    EXPECT_GT(minimum.height, 384) << "the calculator is taller than half this screen";
+    raise(calculator->pid());
+    for (auto preset : {WindowSizePreset::half, WindowSizePreset::threeQ, WindowSizePreset::full}) {
+        SCOPED_TRACE(std::string(title(preset)));
+        Rect expected = *WindowResizer::targetFrame(preset, work, screen->frame.height, false);
+        expected.width = std::max(expected.width, minimum.width);
+        expected.height = std::max(expected.height, minimum.height);
+        WindowResizer::apply(env(), preset, calculator->pid());
+        std::optional<Rect> actual;
+        waitFor(
+            [&] {
+                actual = connection->rootGeometry(calculatorWindow);
+                return actual && std::abs(actual->width - expected.width) <= 1 &&
+                       std::abs(actual->height - expected.height) <= 1 &&
+                       std::abs(actual->x - expected.x) <= 1 &&
+                       std::abs(actual->y - expected.y) <= 1;
+            },
+            std::chrono::seconds(3));
+        ASSERT_TRUE(actual);
+        EXPECT_NEAR(actual->width, expected.width, 1);
+        EXPECT_NEAR(actual->height, expected.height, 1);
+        EXPECT_NEAR(actual->x, expected.x, 1);
+        EXPECT_NEAR(actual->y, expected.y, 1);
+        EXPECT_GE(actual->x, work.x);
+        EXPECT_GE(actual->y, work.y);
+        EXPECT_LE(actual->maxX(), work.maxX());
+        EXPECT_LE(actual->maxY(), work.maxY());
+    }
+}
+
+TEST_F(XcbCaptureTest, DesktopsAreSpacesAndAChosenOneNarrowsTheLists) {
+    auto desktops = Spaces::userSpaces(*spaces);
+    ASSERT_GE(desktops.size(), 2u);
+    EXPECT_EQ(desktops[0].ordinal, 1);
+    EXPECT_TRUE(desktops[0].isCurrent);
+    EXPECT_EQ(desktops[1].ordinal, 2);
+
+    toDesktop(calculatorWindow, 1);
+    std::vector<CaptureTarget> targets;
+    std::optional<std::uint32_t> selected;
+    TargetLists::reloadTargets(env(), desktops[1].id, targets, selected);
+    std::vector<CompositeEntry> rows;
+    TargetLists::reloadCompositeWindows(env(), desktops[1].id, rows);
+    toDesktop(calculatorWindow, 0);
+
+    ASSERT_EQ(targets.size(), 1u);
+    EXPECT_EQ(targets[0].id, calculatorWindow);
+    ASSERT_EQ(rows.size(), 1u);
+    EXPECT_EQ(rows[0].id, calculatorWindow);
+    TargetLists::reloadTargets(env(), desktops[0].id, targets, selected);
+    EXPECT_GE(targets.size(), 2u);
+}
+
+TEST_F(XcbCaptureTest, TwoWindowsArePaintedAtTheirPositionsWithTransparentGaps) {
+    // gedit is at least 489 wide; the stack's shadows reach about 80 pixels out.
+    place(geditWindow, {10, 50, 489, 300});
+    place(calculatorWindow, {660, 100, 360, 520});
+    std::vector<CompositeEntry> rows;
+    TargetLists::reloadCompositeWindows(env(), 0, rows);
+    CaptureEngine::CaptureRecords records;
+    auto layout =
+        testing::runToEnd(CaptureEngine::buildLayoutFromCompositeWindows(env(), rows, records));
+    ASSERT_TRUE(layout);
+    auto image = testing::runToEnd(CaptureEngine::captureFullDisplay(env(), *layout, records));
+    ASSERT_TRUE(image);
+    ASSERT_EQ(image->width(), 2048);
+    ASSERT_EQ(image->height(), 1536);
+    EXPECT_TRUE(records.lastSkippedWindowNames.empty());
+    ASSERT_EQ(records.lastCaptureOutcomes.size(), 2u);
+
+    auto alphaAt = [&](double x, double y) {
+        return Image::alphaOf(image->pixel(static_cast<int>(x * 2), static_cast<int>(y * 2)));
+    };
+    EXPECT_EQ(alphaAt(250, 200), 255u) << "gedit's middle";
+    EXPECT_EQ(alphaAt(840, 360), 255u) << "the calculator's middle";
+    EXPECT_EQ(alphaAt(580, 200), 0u) << "the gap between them";
+    EXPECT_EQ(alphaAt(300, 700), 0u) << "below gedit";
+    EXPECT_EQ(alphaAt(1000, 740), 0u) << "the far corner";
+}
+
+}  // namespace
+}  // namespace zd::x11
