@@ -15,6 +15,7 @@
 
 #include "capture/CaptureError.h"
 #include "capture/FullDisplayCapture.h"
+#include "composition/MenuBarOCR.h"
 #include "composition/OutputError.h"
 #include "control/AppearanceController.h"
 #include "control/LanguageRelauncher.h"
@@ -87,7 +88,7 @@ class RunServices {
         CaptureEngine::CaptureRecords& records) = 0;
 
     // --- MenuBarOCR (a failure gives nothing, or no titles)
-    virtual Task<std::optional<Image>> captureMenuBarImage() = 0;
+    virtual Task<std::optional<MenuBarOCR::MenuBarCapture>> captureMenuBarImage() = 0;
     virtual Task<std::vector<std::string>> ocr(Image menuBar, std::string appName) = 0;
 
     // --- Run output

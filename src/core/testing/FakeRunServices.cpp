@@ -140,9 +140,11 @@ Task<Expected<Image, CaptureFailure>> FakeRunServices::captureFullDisplay(
     co_return Image(8, 4);
 }
 
-Task<std::optional<Image>> FakeRunServices::captureMenuBarImage() {
+Task<std::optional<MenuBarOCR::MenuBarCapture>> FakeRunServices::captureMenuBarImage() {
     note("captureMenuBarImage");
-    co_return menuBarImage;
+    if (!menuBarImage)
+        co_return std::nullopt;
+    co_return MenuBarOCR::MenuBarCapture{*menuBarImage, statusItemsLeftFraction};
 }
 
 Task<std::vector<std::string>> FakeRunServices::ocr(Image, std::string appName) {

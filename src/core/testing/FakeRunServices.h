@@ -42,7 +42,7 @@ class FakeRunServices : public RunServices {
     Task<Expected<Image, CaptureFailure>> captureFullDisplay(
         std::optional<CaptureEngine::FullDisplayLayout> layout,
         CaptureEngine::CaptureRecords& records) override;
-    Task<std::optional<Image>> captureMenuBarImage() override;
+    Task<std::optional<MenuBarOCR::MenuBarCapture>> captureMenuBarImage() override;
     Task<std::vector<std::string>> ocr(Image menuBar, std::string appName) override;
     Expected<void, OutputError> saveAll(const ContentView& view,
                                         const std::vector<CapturedShot>& shots,
@@ -70,6 +70,7 @@ class FakeRunServices : public RunServices {
     // outcomes by the capture.
     CaptureEngine::CaptureRecords records;
     std::optional<Image> menuBarImage;
+    double statusItemsLeftFraction = 0.8;  // given with every menu bar picture
     std::vector<std::string> menuTitles;
     std::optional<OutputError> saveFailure;
     // Called after every logged call with its entry: lets a test act at an exact point.

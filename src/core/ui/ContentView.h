@@ -5,12 +5,15 @@
 // lives on the UI thread.
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "capture/FullDisplayCapture.h"
+#include "composition/Placeholders.h"
+#include "composition/TileRenderer.h"
 #include "env/Environment.h"
 #include "model/AppearanceMode.h"
 #include "model/BackgroundChoice.h"
@@ -77,6 +80,8 @@ class ContentView {
     std::optional<TaskHandle> captureTask;
     // What the last multiple-windows layout and capture found, for the run's summary.
     CaptureEngine::CaptureRecords captureRecords;
+    // Where the status items of the last captured menu bar begin, as a fraction of its width.
+    double statusItemsLeftFraction = 1.0;
 
     // --- The shot plan (computed on demand, changes nothing)
     std::vector<PlanEntry> planEntries() const;
@@ -86,6 +91,11 @@ class ContentView {
     Size canvasSize() const;
     // The canvas size is part of the call's shape only.
     Size placeholderWindowSize(Size canvas) const;
+
+    // --- Tiles: one planned output composed from the settings, over a real capture when given
+    TileState tileState() const;
+    // An empty image when the environment can't draw.
+    Image renderTile(const PlanEntry& entry, const CapturedShot* real, Size canvas) const;
 
     // The first of `targets` with the selected id.
     std::optional<CaptureTarget> selectedTarget() const;
@@ -121,6 +131,7 @@ class ContentView {
     Environment& env_;
     RunServices& services_;
     std::uint64_t cleanUps_ = 0;  // lets takeShots tell a run that already ended
+    mutable std::unique_ptr<Placeholders> placeholders_;  // made on first use
 
     Clock& clock() const { return *env_.clock; }
     std::optional<CaptureTarget> allWindowsFallbackTarget();

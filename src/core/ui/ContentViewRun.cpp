@@ -248,16 +248,20 @@ bool ContentView::saveCollected(const std::vector<CapturedShot>& collected, std:
 
 Task<void> ContentView::readMenuBar(const CaptureTarget& target) {
     const std::string appName = target.appName;
-    std::optional<Image> first = co_await services_.captureMenuBarImage();
+    auto first = co_await services_.captureMenuBarImage();
+    if (first)
+        statusItemsLeftFraction = first->statusItemsLeftFraction;
     std::vector<std::string> titles;
     if (first)
-        titles = co_await services_.ocr(*first, appName);
-    std::optional<Image> kept = co_await services_.captureMenuBarImage();
+        titles = co_await services_.ocr(first->image, appName);
+    auto kept = co_await services_.captureMenuBarImage();
+    if (kept)
+        statusItemsLeftFraction = kept->statusItemsLeftFraction;
     // An unreadable bar leaves what an earlier run found.
     if (!titles.empty())
         detectedMenuTitles = std::move(titles);
     if (kept)
-        capturedMenuBarImage = std::move(*kept);
+        capturedMenuBarImage = std::move(kept->image);
 }
 
 void ContentView::failWalk(const RunError& error, int collected) {

@@ -111,6 +111,7 @@ TEST_F(RunFixture, TypicalRunTwoLanguagesBothAppearancesInExactOrder) {
     EXPECT_EQ(view->detectedMenuTitles, (Strings{"File", "Edit"}));
     ASSERT_TRUE(view->capturedMenuBarImage);
     EXPECT_EQ(view->capturedMenuBarImage->width(), 10);
+    EXPECT_EQ(view->tileState().statusItemsLeftFraction, 0.8);
     EXPECT_EQ(view->menuBar.appName, "Notes");
     EXPECT_EQ(view->lastRunRoot, root);
     EXPECT_EQ(view->destinationMode, DestinationMode::group);

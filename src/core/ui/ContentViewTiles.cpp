@@ -1,0 +1,39 @@
+// ContentView: the bridge from the window's settings to the compositor, for preview tiles
+// and for saved shots alike.
+
+#include "composition/Compositor.h"
+#include "env/ScreenBackend.h"
+#include "env/WindowListBackend.h"
+#include "ui/ContentView.h"
+
+namespace zd {
+
+TileState ContentView::tileState() const {
+    TileState state;
+    state.captureScope = captureScope;
+    state.placeholderWindowSize = placeholderWindowSize(canvasSize());
+    state.menuBar = menuBar;
+    state.detectedMenuTitles = detectedMenuTitles;
+    state.lightBackground = lightBackground;
+    state.darkBackground = darkBackground;
+    state.windowShadow = windowShadow;
+    state.capturedMenuBarImage = capturedMenuBarImage;
+    state.statusItemsLeftFraction = statusItemsLeftFraction;
+    return state;
+}
+
+Image ContentView::renderTile(const PlanEntry& entry, const CapturedShot* real, Size canvas) const {
+    if (!env_.canvases || !env_.images)
+        return Image();
+    if (!placeholders_)
+        placeholders_ = std::make_unique<Placeholders>(*env_.canvases);
+    std::optional<ScreenInfo> mainScreen;
+    if (env_.screens)
+        mainScreen = env_.screens->mainScreen();
+    const double barHeight =
+        env_.windowList ? Compositor::realMenuBarHeightPts(*env_.windowList) : 24.0;
+    const Compositor::Platform platform{*env_.canvases, *env_.images, mainScreen, barHeight};
+    return zd::renderTile(entry.mode, real, canvas, tileState(), *placeholders_, platform);
+}
+
+}  // namespace zd
