@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
+#include <algorithm>
 #include <cstdlib>
 #include <thread>
 
@@ -206,6 +209,54 @@ TEST_F(XcbCaptureTest, ACoveredOrPartlyOffScreenWindowIsCapturedAloneAtTwiceItsS
 
     auto gone = testing::runToEnd(CaptureEngine::captureWindow(env(), CaptureTarget{0x7fffff}));
     EXPECT_TRUE(!gone && gone.error().is(CaptureError::windowNotFound));
+}
+
+// A window of this process with a 32-bit visual, filled with half-transparent blue.
+xcb_window_t createTranslucentWindow(XcbConnection& x) {
+    xcb_connection_t* c = x.get();
+    xcb_visualid_t visual = 0;
+    for (auto depths = xcb_screen_allowed_depths_iterator(x.screen()); depths.rem && !visual;
+         xcb_depth_next(&depths)) {
+        if (depths.data->depth != 32)
+            continue;
+        auto visuals = xcb_depth_visuals_iterator(depths.data);
+        if (visuals.rem)
+            visual = visuals.data->visual_id;
+    }
+    if (!visual)
+        return 0;
+    xcb_colormap_t colormap = xcb_generate_id(c);
+    xcb_create_colormap(c, XCB_COLORMAP_ALLOC_NONE, colormap, x.root(), visual);
+    xcb_window_t window = xcb_generate_id(c);
+    const std::uint32_t values[] = {0x80000080u, 0, colormap};
+    xcb_create_window(c, 32, window, x.root(), 300, 200, 200, 150, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                      visual, XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_COLORMAP, values);
+    const auto pid = static_cast<std::uint32_t>(getpid());
+    xcb_change_property(c, XCB_PROP_MODE_REPLACE, window, x.atoms().netWmPid, XCB_ATOM_CARDINAL, 32,
+                        1, &pid);
+    xcb_map_window(c, window);
+    xcb_flush(c);
+    return window;
+}
+
+TEST_F(XcbCaptureTest, A32BitWindowKeepsItsAlphaAndOurOwnWindowIsNoTarget) {
+    xcb_window_t own = createTranslucentWindow(*connection);
+    ASSERT_NE(own, 0u) << "the display offers no 32-bit visual";
+    ASSERT_TRUE(waitFor([&] {
+        auto all = clients->clients();
+        return std::any_of(all.begin(), all.end(),
+                           [&](const ClientWindow& w) { return w.id == own; });
+    }));
+    auto pixels = capture->windowPixels(own);
+    auto targets = RunningApps::currentTargets(env());
+    xcb_destroy_window(connection->get(), own);
+    xcb_flush(connection->get());
+
+    ASSERT_TRUE(pixels) << pixels.error().systemMessage;
+    EXPECT_EQ(pixels->width(), 200);
+    EXPECT_EQ(pixels->pixel(100, 75), 0x80000080u);
+    EXPECT_TRUE(std::none_of(targets.begin(), targets.end(),
+                             [&](const CaptureTarget& t) { return t.id == own; }));
 }
 
 TEST_F(XcbCaptureTest, EachPresetSizesTheWindowWithinTheWorkAreaKeepingItsMinimum) {
