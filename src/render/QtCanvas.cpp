@@ -10,6 +10,7 @@
 
 #include "ImageScaling.h"
 #include "ShadowBlur.h"
+#include "ShadowLayer.h"
 #include "SymbolArtwork.h"
 #include "SystemFont.h"
 
@@ -99,21 +100,17 @@ void QtCanvas::setShadow(const std::optional<Shadow>& shadow) {
 }
 
 template <typename Paint>
-void QtCanvas::withShadow(const QRectF& bounds, const Paint& paint) {
+void QtCanvas::withShadow(const QRectF& bounds, const Paint& paint, const MaskFill& fill) {
     if (!painter_)
         return;
     if (state_.shadow && state_.shadow->color.alpha > 0)
-        paintShadow(bounds, paint);
+        paintShadow(bounds, paint, fill);
     paint(*painter_);
 }
 
-void QtCanvas::paintShadow(const QRectF& bounds, const std::function<void(QPainter&)>& paint) {
+void QtCanvas::paintShadow(const QRectF& bounds, const std::function<void(QPainter&)>& paint,
+                           const MaskFill& fill) {
     const auto started = std::chrono::steady_clock::now();
-    struct Account {
-        std::chrono::steady_clock::time_point started;
-        std::chrono::nanoseconds& total;
-        ~Account() { total += std::chrono::steady_clock::now() - started; }
-    } account{started, shadowTime_};
     const Shadow& shadow = *state_.shadow;
     if (!std::isfinite(shadow.blurRadius) || !std::isfinite(shadow.offset.x) ||
         !std::isfinite(shadow.offset.y))
@@ -135,23 +132,31 @@ void QtCanvas::paintShadow(const QRectF& bounds, const std::function<void(QPaint
     if (mask.isNull())
         return;
     mask.fill(0);
-    {
+    if (fill) {
+        fill(mask, maskRect.topLeft());
+    } else {
         QPainter maskPainter(&mask);
         maskPainter.setRenderHints(painter_->renderHints());
         maskPainter.translate(-maskRect.topLeft());
         paint(maskPainter);
     }
+    // Where the shape is opaque it hides its own shadow: no need to paint any there.
+    const QRect covered = ShadowLayer::opaqueInterior(mask).translated(maskRect.topLeft());
     ShadowBlur::blur(mask.bits(), mask.width(), mask.height(),
                      static_cast<std::size_t>(mask.bytesPerLine()), sigma);
 
     const QColor color = toQColor(shadow.color);
     const QPointF at = QPointF(maskRect.topLeft()) + offset;
-    painter_->save();
-    painter_->setCompositionMode(QPainter::CompositionMode_SourceOver);
-    if (color.red() == 0 && color.green() == 0 && color.blue() == 0) {
+    const bool wholePixels = isWhole(offset.x()) && isWhole(offset.y());
+    if (wholePixels && !painter_->hasClipping() && painter_->opacity() >= 1.0) {
+        ShadowLayer::blend(target_, mask, at.toPoint(), color, covered);
+    } else if (color.red() == 0 && color.green() == 0 && color.blue() == 0) {
         // A coverage mask draws as black; the shadow's alpha is the painter's opacity.
+        painter_->save();
+        painter_->setCompositionMode(QPainter::CompositionMode_SourceOver);
         painter_->setOpacity(color.alphaF());
         painter_->drawImage(at, mask);
+        painter_->restore();
     } else {
         QImage tinted(mask.size(), QImage::Format_ARGB32_Premultiplied);
         tinted.fill(color);
@@ -159,9 +164,12 @@ void QtCanvas::paintShadow(const QRectF& bounds, const std::function<void(QPaint
         tint.setCompositionMode(QPainter::CompositionMode_DestinationIn);
         tint.drawImage(0, 0, mask);
         tint.end();
+        painter_->save();
+        painter_->setCompositionMode(QPainter::CompositionMode_SourceOver);
         painter_->drawImage(at, tinted);
+        painter_->restore();
     }
-    painter_->restore();
+    shadowTime_ += std::chrono::steady_clock::now() - started;
 }
 
 void QtCanvas::fillRect(const Rect& rect, const Color& color) {
@@ -256,16 +264,26 @@ void QtCanvas::drawImage(const Image& image, const Rect& source, const Rect& des
                           isWhole(dst.x()) && isWhole(dst.y());
     const auto mode = op == CompositeOp::copy ? QPainter::CompositionMode_Source
                                               : QPainter::CompositionMode_SourceOver;
-    withShadow(dst, [&](QPainter& p) {
-        const auto previous = p.compositionMode();
-        p.setCompositionMode(mode);
-        if (oneToOne) {
-            p.drawImage(dst.topLeft(), picture, src);
-        } else {
-            p.drawImage(dst, picture, src);
-        }
-        p.setCompositionMode(previous);
-    });
+    MaskFill fill;
+    if (oneToOne) {
+        fill = [&](QImage& mask, QPoint origin) {
+            ShadowLayer::alphaFromPicture(mask, origin, picture, src.toRect(),
+                                          dst.topLeft().toPoint());
+        };
+    }
+    withShadow(
+        dst,
+        [&](QPainter& p) {
+            const auto previous = p.compositionMode();
+            p.setCompositionMode(mode);
+            if (oneToOne) {
+                p.drawImage(dst.topLeft(), picture, src);
+            } else {
+                p.drawImage(dst, picture, src);
+            }
+            p.setCompositionMode(previous);
+        },
+        fill);
 }
 
 TextMetrics QtCanvas::measureText(std::string_view text, double size, FontWeight weight) const {

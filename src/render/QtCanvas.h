@@ -67,9 +67,13 @@ class QtCanvas final : public Canvas {
     QRectF toDevice(const Rect& rect) const;
     // Paints `paint` (which draws with the painter it's given, in bitmap coordinates),
     // preceded by the shadow in force, if any. `bounds` encloses everything it paints.
+    // Fills a shadow's coverage mask directly (mask, its top-left on the bitmap), where that
+    // is quicker than painting the shape into it.
+    using MaskFill = std::function<void(QImage&, QPoint)>;
     template <typename Paint>
-    void withShadow(const QRectF& bounds, const Paint& paint);
-    void paintShadow(const QRectF& bounds, const std::function<void(QPainter&)>& paint);
+    void withShadow(const QRectF& bounds, const Paint& paint, const MaskFill& fill = nullptr);
+    void paintShadow(const QRectF& bounds, const std::function<void(QPainter&)>& paint,
+                     const MaskFill& fill);
 
     int width_ = 0;
     int height_ = 0;

@@ -33,17 +33,20 @@ std::array<int, kPasses> boxRadii(double sigma) {
     return radii;
 }
 
-// Fixed-point reciprocal of a box's width: (sum * mul) >> 24 is the rounded mean.
-std::uint64_t reciprocal(int radius) {
-    return (std::uint64_t{1} << 24) / static_cast<std::uint64_t>(2 * radius + 1);
+// 16.16 reciprocal of a box's width: (sum * mul + half) >> 16 is the rounded mean. The product
+// is about mean × 2^16, so it fits 32 bits whatever the radius, and the loops vectorise.
+std::uint32_t reciprocal(int radius) {
+    return (65536u + static_cast<std::uint32_t>(radius)) /
+           static_cast<std::uint32_t>(2 * radius + 1);
 }
+constexpr std::uint32_t kHalf = 1u << 15;
 
 // One horizontal box pass over one row; outside the row counts as zero.
 void boxRow(std::uint8_t* row, int width, int radius, std::vector<std::uint8_t>& scratch) {
     if (radius <= 0)
         return;
     scratch.assign(row, row + width);
-    const std::uint64_t mul = reciprocal(radius);
+    const std::uint32_t mul = reciprocal(radius);
     std::uint32_t sum = 0;
     for (int x = 0; x < std::min(radius, width); ++x)
         sum += scratch[static_cast<std::size_t>(x)];
@@ -54,7 +57,7 @@ void boxRow(std::uint8_t* row, int width, int radius, std::vector<std::uint8_t>&
             sum += scratch[static_cast<std::size_t>(add)];
         if (drop >= 0)
             sum -= scratch[static_cast<std::size_t>(drop)];
-        row[x] = static_cast<std::uint8_t>((sum * mul + (std::uint64_t{1} << 23)) >> 24);
+        row[x] = static_cast<std::uint8_t>(std::min(255u, (sum * mul + kHalf) >> 16));
     }
 }
 
@@ -69,7 +72,7 @@ void boxColumns(const std::uint8_t* src, std::uint8_t* dst, int height, std::siz
                         cols);
         return;
     }
-    const std::uint64_t mul = reciprocal(radius);
+    const std::uint32_t mul = reciprocal(radius);
     std::vector<std::uint32_t> sums(cols, 0);
     auto rowAt = [&](int y) {
         return src + static_cast<std::size_t>(y) * stride + static_cast<std::size_t>(x0);
@@ -95,7 +98,7 @@ void boxColumns(const std::uint8_t* src, std::uint8_t* dst, int height, std::siz
         std::uint8_t* out =
             dst + static_cast<std::size_t>(y) * stride + static_cast<std::size_t>(x0);
         for (std::size_t i = 0; i < cols; ++i)
-            out[i] = static_cast<std::uint8_t>((sums[i] * mul + (std::uint64_t{1} << 23)) >> 24);
+            out[i] = static_cast<std::uint8_t>(std::min(255u, (sums[i] * mul + kHalf) >> 16));
     }
 }
 

@@ -6,6 +6,7 @@
 #include <QImage>
 #include <QTemporaryDir>
 
+#include <filesystem>
 #include <fstream>
 
 #include "GuiApp.h"
@@ -104,6 +105,22 @@ TEST_F(QtImageCodecTest, BadFilesGiveNothing) {
         EXPECT_FALSE(codec_.load(write(name, bytes)).has_value()) << name;
     EXPECT_FALSE(codec_.load(dir_.filePath("missing.png").toStdString()).has_value());
     EXPECT_FALSE(codec_.load(dir_.path().toStdString()).has_value()) << "a folder";
+}
+
+TEST_F(QtImageCodecTest, ReadsAChangedFileAnewAndKeepsTheSameOneInMemory) {
+    const std::string path = write("bg.jpg", jpeg(32, 16));
+    const auto first = codec_.load(path);
+    const auto again = codec_.load(path);
+    ASSERT_TRUE(first && again);
+    EXPECT_EQ(first->storageId(), again->storageId()) << "the same picture, not decoded twice";
+
+    write("bg.jpg", jpeg(48, 16));  // replaced: another size on disk
+    const auto changed = codec_.load(path);
+    ASSERT_TRUE(changed.has_value());
+    EXPECT_EQ(changed->width(), 48);
+
+    std::filesystem::remove(path);
+    EXPECT_FALSE(codec_.load(path).has_value()) << "a file that's gone isn't served from memory";
 }
 
 TEST_F(QtImageCodecTest, EncodedPngReadsBack) {
