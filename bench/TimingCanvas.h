@@ -16,12 +16,34 @@ namespace zd::bench {
 
 using Clock = std::chrono::steady_clock;
 
-// Seconds per stage name, summed over calls.
+// CPU seconds of the whole process (all threads) so far: under a loaded machine it shows the
+// work a stage does, where wall time also counts the waits for a core.
+double processCpuSeconds();
+
+// Wall and process-CPU seconds per stage name, summed over calls.
 struct StageTimes {
     std::map<std::string, double> seconds;
-    void add(const std::string& stage, Clock::duration d) {
+    std::map<std::string, double> cpu;
+    void add(const std::string& stage, Clock::duration d, double cpuSeconds = 0) {
         seconds[stage] += std::chrono::duration<double>(d).count();
+        cpu[stage] += cpuSeconds;
     }
+};
+
+// Books the wall and CPU time between its making and its end to a stage.
+class StageTimer {
+  public:
+    StageTimer(StageTimes& times, std::string stage)
+        : times_(times), stage_(std::move(stage)), wall_(Clock::now()), cpu_(processCpuSeconds()) {}
+    ~StageTimer() { times_.add(stage_, Clock::now() - wall_, processCpuSeconds() - cpu_); }
+    StageTimer(const StageTimer&) = delete;
+    StageTimer& operator=(const StageTimer&) = delete;
+
+  private:
+    StageTimes& times_;
+    std::string stage_;
+    Clock::time_point wall_;
+    double cpu_;
 };
 
 class TimingCanvas final : public Canvas {
@@ -73,13 +95,15 @@ class TimingCanvasFactory final : public CanvasFactory {
 
 class TimingCodec final : public ImageCodec {
   public:
-    explicit TimingCodec(StageTimes& times) : times_(times) {}
+    explicit TimingCodec(StageTimes& times) : times_(&times) {}
+    // Books later calls to other stage times (the decoded pictures stay in memory).
+    void bookTo(StageTimes& times) { times_ = &times; }
     std::optional<Image> load(const std::string& path) const override;
     std::optional<std::vector<std::uint8_t>> encodePNG(const Image& image) const override;
 
   private:
     QtImageCodec codec_;
-    StageTimes& times_;
+    StageTimes* times_;
 };
 
 }  // namespace zd::bench

@@ -85,18 +85,25 @@ void boxColumns(const std::uint8_t* src, std::uint8_t* dst, int height, std::siz
     for (int y = 0; y < height; ++y) {
         const int add = y + radius;
         const int drop = y - radius - 1;
-        if (add < height) {
-            const std::uint8_t* r = rowAt(add);
-            for (std::size_t i = 0; i < cols; ++i)
-                sums[i] += r[i];
-        }
-        if (drop >= 0) {
-            const std::uint8_t* r = rowAt(drop);
-            for (std::size_t i = 0; i < cols; ++i)
-                sums[i] -= r[i];
-        }
+        const std::uint8_t* added = add < height ? rowAt(add) : nullptr;
+        const std::uint8_t* dropped = drop >= 0 ? rowAt(drop) : nullptr;
         std::uint8_t* out =
             dst + static_cast<std::size_t>(y) * stride + static_cast<std::size_t>(x0);
+        // A row entering the box equal to the one leaving it leaves the sums as they were, so
+        // the output row repeats the one above: the common case inside a window's shape.
+        const bool unchanged =
+            (added == nullptr && dropped == nullptr) ||
+            (added != nullptr && dropped != nullptr && std::memcmp(added, dropped, cols) == 0);
+        if (unchanged && y > 0) {
+            std::memcpy(out, out - stride, cols);
+            continue;
+        }
+        if (added != nullptr)
+            for (std::size_t i = 0; i < cols; ++i)
+                sums[i] += added[i];
+        if (dropped != nullptr)
+            for (std::size_t i = 0; i < cols; ++i)
+                sums[i] -= dropped[i];
         for (std::size_t i = 0; i < cols; ++i)
             out[i] = static_cast<std::uint8_t>(std::min(255u, (sums[i] * mul + kHalf) >> 16));
     }
@@ -135,9 +142,19 @@ void ShadowBlur::blur(std::uint8_t* mask, int width, int height, std::size_t str
 
     inParallel(parts, [&](int part) {
         std::vector<std::uint8_t> scratch;
-        for (int y = height * part / parts; y < height * (part + 1) / parts; ++y)
+        // Rows equal before blurring are equal after: blur one, copy it to its repeats.
+        std::vector<std::uint8_t> previous;
+        const auto w = static_cast<std::size_t>(width);
+        for (int y = height * part / parts; y < height * (part + 1) / parts; ++y) {
+            std::uint8_t* row = mask + static_cast<std::size_t>(y) * stride;
+            if (!previous.empty() && std::memcmp(row, previous.data(), w) == 0) {
+                std::memcpy(row, row - stride, w);
+                continue;
+            }
+            previous.assign(row, row + w);
             for (int r : radii)
-                boxRow(mask + static_cast<std::size_t>(y) * stride, width, r, scratch);
+                boxRow(row, width, r, scratch);
+        }
     });
 
     std::vector<std::uint8_t> other(stride * static_cast<std::size_t>(height));
