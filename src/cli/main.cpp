@@ -1,9 +1,50 @@
 // zephyrdock, the command line: the same capture run as the application, without a window.
+// Each subcommand lives in its own file; this one puts them together and maps the parser's
+// outcome onto conventional exit codes (0 done, 1 failed, 2 bad arguments).
 #include <CLI/CLI.hpp>
 
+#include "CliSupport.h"
+#include "PlanCommand.h"
+#include "PreviewCommand.h"
+#include "SettingsCommand.h"
+#include "ShootCommand.h"
+#include "SpacesCommand.h"
+#include "TargetsCommand.h"
+
+#ifndef ZD_VERSION
+#define ZD_VERSION "unknown"
+#endif
+
 int main(int argc, char** argv) {
-    CLI::App app{"Zephyrdock: store and marketing screenshots of another application", "zephyrdock"};
-    app.require_subcommand(0, 1);
-    CLI11_PARSE(app, argc, argv);
-    return 0;
+    using namespace zd::cli;
+    CLI::App app{
+        "Zephyrdock makes store and marketing screenshots of another application: in "
+        "every language, in Light and in Dark, composed on a canvas of exact size.",
+        "zephyrdock"};
+    app.set_version_flag("--version", std::string("zephyrdock ") + ZD_VERSION);
+    app.require_subcommand(1);
+    app.fallthrough();
+
+    Context context;
+    std::string settingsFile;
+    app.add_option("--settings-file", settingsFile,
+                   "Use this settings file instead of "
+                   "$XDG_CONFIG_HOME/zephyrdock/settings.json")
+        ->each([&context](const std::string& path) { context.settingsFile = path; });
+
+    addTargetsCommand(app, context);
+    addSpacesCommand(app, context);
+    addPlanCommand(app, context);
+    addPreviewCommand(app, context);
+    addShootCommand(app, context);
+    addSettingsCommand(app, context);
+    app.footer("Run \"zephyrdock <command> --help\" for the options of one command.");
+
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        // Help and version end well; every other parse failure is a usage error.
+        return app.exit(error) == 0 ? exitSuccess : exitUsage;
+    }
+    return context.exitCode;
 }

@@ -1,0 +1,57 @@
+#pragma once
+// What the subcommands of `zephyrdock` share: the exit codes, the options given before the
+// subcommand, and the streams they write to (results on stdout, messages on stderr).
+
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace zd {
+
+class FileSettingsStore;
+
+namespace cli {
+
+// Exit codes, as the command line's callers expect them.
+enum ExitCode : int {
+    exitSuccess = 0,
+    exitFailure = 1,      // the command ran and failed (a file that can't be written, …)
+    exitUsage = 2,        // bad arguments: an unknown key, a value of the wrong form
+    exitUnavailable = 69  // the command exists but this build can't carry it out
+};
+
+struct Context {
+    std::optional<std::string> settingsFile;  // --settings-file; the user's file otherwise
+    int exitCode = exitSuccess;
+    std::ostream* out = &std::cout;
+    std::ostream* err = &std::cerr;
+    // The arguments each subcommand binds its options to, kept for as long as the parse.
+    std::vector<std::shared_ptr<void>> arguments;
+
+    template <class T>
+    T& makeArguments() {
+        auto made = std::make_shared<T>();
+        arguments.push_back(made);
+        return *made;
+    }
+};
+
+// Opens the settings file of --settings-file or the user's own; nothing, with a message on
+// stderr, when there is no home folder to find it in.
+std::unique_ptr<FileSettingsStore> openSettings(Context& context);
+
+// The text followed by blanks up to a column of the given width, counting characters rather
+// than bytes (stored texts hold "×" and "…").
+std::string padded(const std::string& text, std::size_t width);
+
+// For a subcommand whose backend this build doesn't have yet: says so on stderr and exits 69.
+int reportNotYetAvailable(Context& context, const std::string& command);
+
+}  // namespace cli
+}  // namespace zd

@@ -1,0 +1,180 @@
+#include "SettingsCommand.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+
+#include "CliSupport.h"
+#include "SettingKeys.h"
+#include "linux/FileSettingsStore.h"
+#include "linux/JsonValueCodec.h"
+
+namespace zd::cli {
+
+namespace {
+
+std::string keyList() {
+    std::string text;
+    for (const auto& key : settingKeys()) {
+        text += "  " + padded(std::string(key.name), 24) + std::string(key.summary) + "\n";
+    }
+    return text;
+}
+
+bool reportWriteError(Context& context, const FileSettingsStore& store) {
+    if (!store.lastWriteError())
+        return false;
+    *context.err << "zephyrdock settings: cannot save the settings: " << *store.lastWriteError()
+                 << "\n";
+    return true;
+}
+
+void warnIfUnreadable(Context& context, const FileSettingsStore& store) {
+    if (store.fileIsUnreadable()) {
+        *context.err << "zephyrdock settings: " << store.path()
+                     << " can't be read as settings; every key falls back. The next change "
+                        "keeps it as "
+                     << store.path() << ".corrupt\n";
+    }
+}
+
+int show(Context& context, bool json) {
+    auto store = openSettings(context);
+    if (!store)
+        return exitFailure;
+    warnIfUnreadable(context, *store);
+    if (json) {
+        ValueDictionary keys;
+        for (const auto& key : settingKeys()) {
+            auto stored = store->objectForKey(std::string(key.name));
+            keys[std::string(key.name)] = ValueDictionary{{"stored", stored ? *stored : Value()},
+                                                          {"inEffect", valueInEffect(*store, key)}};
+        }
+        ValueDictionary document{{"file", store->path()}, {"keys", std::move(keys)}};
+        *context.out << JsonValueCodec::encode(Value(std::move(document)));
+        return exitSuccess;
+    }
+    *context.out << "Settings file: " << store->path() << "\n\n";
+    *context.out << padded("KEY", 24) << padded("STORED", 34) << "IN EFFECT\n";
+    for (const auto& key : settingKeys()) {
+        auto stored = store->objectForKey(std::string(key.name));
+        auto effect = valueInEffect(*store, key);
+        std::string storedText = stored ? inlineText(*stored) : "-";
+        std::string effectText = effect.isNull() ? "none" : inlineText(effect);
+        *context.out << padded(std::string(key.name), 24) << padded(storedText, 34) << effectText
+                     << "\n";
+    }
+    return exitSuccess;
+}
+
+int set(Context& context, const std::string& name, const std::vector<std::string>& words) {
+    const auto* key = findSettingKey(name);
+    if (!key) {
+        *context.err << "zephyrdock settings set: unknown key \"" << name << "\"; the keys are:\n"
+                     << keyList();
+        return exitUsage;
+    }
+    auto value = parseSettingValue(*key, words);
+    if (!value.hasValue()) {
+        *context.err << "zephyrdock settings set: " << value.error() << "\n";
+        return exitUsage;
+    }
+    auto store = openSettings(context);
+    if (!store)
+        return exitFailure;
+    store->setObject(*value, name);
+    if (reportWriteError(context, *store))
+        return exitFailure;
+    *context.out << name << " = " << inlineText(*value) << "\n";
+    return exitSuccess;
+}
+
+int reset(Context& context, const std::vector<std::string>& names, bool all) {
+    if (all == !names.empty()) {
+        *context.err << "zephyrdock settings reset: name the keys to reset, or give --all\n";
+        return exitUsage;
+    }
+    for (const auto& name : names) {
+        if (!findSettingKey(name)) {
+            *context.err << "zephyrdock settings reset: unknown key \"" << name
+                         << "\"; the keys are:\n"
+                         << keyList();
+            return exitUsage;
+        }
+    }
+    auto store = openSettings(context);
+    if (!store)
+        return exitFailure;
+    auto keys = all ? store->allKeys() : names;
+    for (const auto& name : keys) {
+        store->removeObjectForKey(name);
+        if (reportWriteError(context, *store))
+            return exitFailure;
+    }
+    return exitSuccess;
+}
+
+struct SettingsArguments {
+    bool json = false;
+    std::string key;
+    std::vector<std::string> words;
+    std::vector<std::string> resetKeys;
+    bool resetAll = false;
+};
+
+}  // namespace
+
+void addSettingsCommand(CLI::App& app, Context& context) {
+    auto* settings = app.add_subcommand(
+        "settings", "Show, change or reset the stored settings the application starts from");
+    settings->footer(
+        "Settings are kept in $XDG_CONFIG_HOME/zephyrdock/settings.json (~/.config when "
+        "XDG_CONFIG_HOME is unset), or in the file given with --settings-file. A key that is "
+        "absent, or holds a value of the wrong type, falls back to its default.\n\nKeys:\n" +
+        keyList());
+    settings->require_subcommand(0, 1);
+
+    auto& args = context.makeArguments<SettingsArguments>();
+    auto* showCommand = settings->add_subcommand(
+        "show", "List every key with its stored value and the value the application starts with");
+    showCommand->add_flag("--json", args.json, "Print a JSON object instead of a table");
+    showCommand->callback([&context, &args] { context.exitCode = show(context, args.json); });
+
+    auto* setCommand = settings->add_subcommand("set", "Store a value under a key");
+    setCommand->add_option("key", args.key, "The stored key, e.g. countdownSeconds")->required();
+    setCommand->add_option("value", args.words,
+                           "The value: true or false, a whole number, one of the key's "
+                           "choices, a path, or the language codes of languageCodes");
+    setCommand->footer(
+        "Examples:\n  zephyrdock settings set captureScope all\n"
+        "  zephyrdock settings set outputSize mas1440\n"
+        "  zephyrdock settings set languageCodes de fr pt-BR\n"
+        "  zephyrdock settings set saveFolderURL ~/Screenshots");
+    setCommand->callback(
+        [&context, &args] { context.exitCode = set(context, args.key, args.words); });
+
+    auto* resetCommand = settings->add_subcommand(
+        "reset", "Remove stored keys, so that they start from their defaults again");
+    resetCommand->add_option("keys", args.resetKeys, "The keys to remove");
+    resetCommand->add_flag("--all", args.resetAll, "Remove every stored key");
+    resetCommand->callback(
+        [&context, &args] { context.exitCode = reset(context, args.resetKeys, args.resetAll); });
+
+    auto* pathCommand = settings->add_subcommand("path", "Print the path of the settings file");
+    pathCommand->callback([&context] {
+        auto store = openSettings(context);
+        if (!store) {
+            context.exitCode = exitFailure;
+            return;
+        }
+        *context.out << store->path() << "\n";
+    });
+
+    // `zephyrdock settings` alone shows them.
+    settings->callback([&context, settings] {
+        if (settings->get_subcommands().empty())
+            context.exitCode = show(context, false);
+    });
+}
+
+}  // namespace zd::cli
