@@ -30,7 +30,7 @@ contenders = {
     "zephyrdock": ([a.bench, "one", win, bg, f"{a.out}/zd.png"], None),
     "imagemagick": (["bash", f"{a.kit}/ref/im.sh", win, bg, f"{a.out}/im.png", "full"], None),
     "vips": (["bash", f"{a.kit}/ref/vips.sh", win, bg, f"{a.out}/vips.png", "full"], vips_env),
-    "pillow": (["python3", f"{a.kit}/ref/pil.py", win, bg, f"{a.out}/pil.png", "full"], None),
+    "pillow": (["/usr/bin/python3", f"{a.kit}/ref/pil.py", win, bg, f"{a.out}/pil.png", "full"], None),
 }
 walls = {k: [] for k in contenders}
 cpus = {k: [] for k in contenders}
