@@ -1,0 +1,99 @@
+#pragma once
+// Runs the built `zephyrdock` in a process of its own, with a private config folder, and
+// collects its exit code, stdout and stderr.
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "support/TemporaryFolder.h"
+
+extern char** environ;
+
+namespace zd::test {
+
+struct CliResult {
+    int exitCode = -1;
+    std::string out;
+    std::string err;
+};
+
+class CliRunner {
+  public:
+    TemporaryFolder home;
+
+    std::string executable() const {
+        const char* binary = std::getenv("ZD_BINARY_DIR");
+        return std::string(binary ? binary : ".") + "/bin/zephyrdock";
+    }
+    std::string settingsPath() const {
+        return (home.path() / "config/zephyrdock/settings.json").string();
+    }
+
+    // Runs with XDG_CONFIG_HOME and HOME inside the private folder, unless `environment`
+    // replaces the whole environment.
+    CliResult run(const std::vector<std::string>& arguments,
+                  std::optional<std::vector<std::string>> environment = std::nullopt) const {
+        std::vector<std::string> words{executable()};
+        words.insert(words.end(), arguments.begin(), arguments.end());
+        std::vector<char*> argv;
+        for (auto& word : words)
+            argv.push_back(word.data());
+        argv.push_back(nullptr);
+
+        std::vector<std::string> variables = environment ? *environment : inherited();
+        std::vector<char*> envp;
+        for (auto& variable : variables)
+            envp.push_back(variable.data());
+        envp.push_back(nullptr);
+
+        auto outPath = (home.path() / "stdout.txt").string();
+        auto errPath = (home.path() / "stderr.txt").string();
+        posix_spawn_file_actions_t actions;
+        posix_spawn_file_actions_init(&actions);
+        posix_spawn_file_actions_addopen(&actions, 1, outPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
+                                         0600);
+        posix_spawn_file_actions_addopen(&actions, 2, errPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
+                                         0600);
+        CliResult result;
+        pid_t pid = 0;
+        if (posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), envp.data()) == 0) {
+            int status = 0;
+            waitpid(pid, &status, 0);
+            result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+        }
+        posix_spawn_file_actions_destroy(&actions);
+        result.out = read(outPath);
+        result.err = read(errPath);
+        return result;
+    }
+
+    static std::string read(const std::string& path) {
+        std::ifstream file(path, std::ios::binary);
+        std::ostringstream text;
+        text << file.rdbuf();
+        return text.str();
+    }
+
+  private:
+    std::vector<std::string> inherited() const {
+        std::vector<std::string> variables;
+        for (char** entry = environ; *entry; ++entry) {
+            std::string variable(*entry);
+            if (variable.rfind("XDG_CONFIG_HOME=", 0) == 0 || variable.rfind("HOME=", 0) == 0)
+                continue;
+            variables.push_back(variable);
+        }
+        variables.push_back("XDG_CONFIG_HOME=" + (home.path() / "config").string());
+        variables.push_back("HOME=" + home.path().string());
+        return variables;
+    }
+};
+
+}  // namespace zd::test
