@@ -58,6 +58,9 @@ struct BarCase {
     const char* appName;
     Strings titles;
 };
+void PrintTo(const BarCase& c, std::ostream* os) {
+    *os << c.titles.front();
+}
 
 class MenuBarOCRWithTesseract : public ::testing::TestWithParam<BarCase> {};
 

@@ -149,10 +149,9 @@ std::optional<DesktopEntry> DesktopEntries::read(const fs::path& file, std::stri
     return entry;
 }
 
-void DesktopEntries::load() const {
-    if (loaded_)
-        return;
-    loaded_ = true;
+void DesktopEntries::load() const { std::call_once(loaded_, [this] { loadOnce(); }); }
+
+void DesktopEntries::loadOnce() const {
     std::set<std::string> seen;  // an earlier folder shadows a later one
     for (const auto& dir : dirs_) {
         const fs::path apps = dir / "applications";

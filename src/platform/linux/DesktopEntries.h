@@ -4,6 +4,7 @@
 // tells its name, its command and its icon. Read once, on first use.
 
 #include <filesystem>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -42,8 +43,9 @@ class DesktopEntries {
 
   private:
     void load() const;
+    void loadOnce() const;
     std::vector<std::filesystem::path> dirs_;
-    mutable bool loaded_ = false;
+    mutable std::once_flag loaded_;  // lookups may come from several threads
     mutable std::vector<DesktopEntry> entries_;
 };
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
+
 #include "testing/FakeAppearanceBackend.h"
 
 namespace zd {
@@ -25,6 +27,15 @@ struct ReadCase {
     std::optional<ToolResult> result;
     std::optional<Mode> mode;
 };
+void PrintTo(const ReadCase& c, std::ostream* os) {
+    if (!c.result) {
+        *os << "no tool";
+        return;
+    }
+    *os << "status " << c.result->exitStatus << " ";
+    for (char ch : c.result->standardOutput)
+        *os << (std::isalnum(static_cast<unsigned char>(ch)) ? ch : '_');
+}
 
 class AppearanceRead : public ::testing::TestWithParam<ReadCase> {};
 

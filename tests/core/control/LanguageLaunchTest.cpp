@@ -19,6 +19,9 @@ struct LocaleCase {
     const char* locale;
     const char* language;
 };
+void PrintTo(const LocaleCase& c, std::ostream* os) {
+    *os << c.code;
+}
 
 class PosixLocale : public ::testing::TestWithParam<LocaleCase> {};
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "testing/FakeLanguageOverrideBackend.h"
 #include "model/Geometry.h"  // before the window list fake, which uses Rect
+#include "testing/FakeLanguageOverrideBackend.h"
 #include "testing/FakeProcessBackend.h"
 #include "testing/FakeWindowListBackend.h"
 #include "testing/ManualClock.h"
