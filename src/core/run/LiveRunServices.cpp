@@ -3,12 +3,9 @@
 #include "capture/CaptureEngine.h"
 #include "capture/RunningApps.h"
 #include "capture/WindowResizer.h"
-#include "composition/Compositor.h"
 #include "composition/MenuBarOCR.h"
-#include "composition/TileRenderer.h"
 #include "env/AppearanceBackend.h"
 #include "env/ProcessBackend.h"
-#include "env/ScreenBackend.h"
 #include "env/WindowListBackend.h"
 #include "env/WindowSizingBackend.h"
 #include "model/Preferences.h"
@@ -21,7 +18,7 @@ namespace {
 constexpr std::string_view saveFolderKey = "saveFolderURL";
 }  // namespace
 
-LiveRunServices::LiveRunServices(Environment& env) : env_(env), placeholders_(*env.canvases) {}
+LiveRunServices::LiveRunServices(Environment& env) : env_(env) {}
 
 std::vector<CaptureTarget> LiveRunServices::currentTargets() {
     return RunningApps::currentTargets(env_);
@@ -102,33 +99,12 @@ Task<Expected<Image, CaptureFailure>> LiveRunServices::captureFullDisplay(
     return CaptureEngine::captureFullDisplay(env_, std::move(layout), records);
 }
 
-Task<std::optional<Image>> LiveRunServices::captureMenuBarImage() {
-    auto capture = co_await MenuBarOCR::captureMenuBarImage(env_);
-    if (!capture)
-        co_return std::nullopt;
-    lastStatusItemsLeftFraction_ = capture->statusItemsLeftFraction;
-    co_return std::move(capture->image);
+Task<std::optional<MenuBarOCR::MenuBarCapture>> LiveRunServices::captureMenuBarImage() {
+    return MenuBarOCR::captureMenuBarImage(env_);
 }
 
 Task<std::vector<std::string>> LiveRunServices::ocr(Image menuBar, std::string appName) {
     return MenuBarOCR::ocr(env_, std::move(menuBar), std::move(appName));
-}
-
-Image LiveRunServices::renderTile(const ContentView& view, AppearanceMode mode,
-                                  const CapturedShot* real, Size canvas) {
-    TileState state;
-    state.captureScope = view.captureScope;
-    state.placeholderWindowSize = view.placeholderWindowSize(canvas);
-    state.menuBar = view.menuBar;
-    state.detectedMenuTitles = view.detectedMenuTitles;
-    state.lightBackground = view.lightBackground;
-    state.darkBackground = view.darkBackground;
-    state.windowShadow = view.windowShadow;
-    state.capturedMenuBarImage = view.capturedMenuBarImage;
-    state.statusItemsLeftFraction = lastStatusItemsLeftFraction_;
-    const Compositor::Platform platform{*env_.canvases, *env_.images, env_.screens->mainScreen(),
-                                        Compositor::realMenuBarHeightPts(*env_.windowList)};
-    return zd::renderTile(mode, real, canvas, state, placeholders_, platform);
 }
 
 Expected<void, OutputError> LiveRunServices::saveAll(const ContentView& view,
@@ -137,8 +113,9 @@ Expected<void, OutputError> LiveRunServices::saveAll(const ContentView& view,
                                                      const std::string& stamp,
                                                      const std::string& variantPrefix) {
     const Size canvas = view.canvasSize();
-    const ShotComposer compose = [this, &view, canvas](const CapturedShot& shot) {
-        return renderTile(view, shot.mode, &shot, canvas);
+    const ShotComposer compose = [&view, canvas](const CapturedShot& shot) {
+        const PlanEntry entry{saveEntryId(shot), shot.languageCode, shot.languageLabel, shot.mode};
+        return view.renderTile(entry, &shot, canvas);
     };
     return zd::saveAll(shots, runRoot, stamp, variantPrefix, compose, *env_.images);
 }

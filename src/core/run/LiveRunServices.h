@@ -1,10 +1,8 @@
 #pragma once
 // The run's services as the running program provides them: each operation forwards to its
 // subsystem (RunningApps, LanguageRelauncher, AppearanceController, WindowResizer,
-// CaptureEngine, MenuBarOCR, the run output and the compositor) over the environment. It also
-// keeps what the menu bar reading learns about the status items, which composing reads.
+// CaptureEngine, MenuBarOCR and the run output) over the environment.
 
-#include "composition/Placeholders.h"
 #include "env/Environment.h"
 #include "run/RunServices.h"
 
@@ -43,7 +41,7 @@ class LiveRunServices : public RunServices {
         std::optional<CaptureEngine::FullDisplayLayout> layout,
         CaptureEngine::CaptureRecords& records) override;
 
-    Task<std::optional<Image>> captureMenuBarImage() override;
+    Task<std::optional<MenuBarOCR::MenuBarCapture>> captureMenuBarImage() override;
     Task<std::vector<std::string>> ocr(Image menuBar, std::string appName) override;
 
     Expected<void, OutputError> saveAll(const ContentView& view,
@@ -51,19 +49,8 @@ class LiveRunServices : public RunServices {
                                         const std::string& runRoot, const std::string& stamp,
                                         const std::string& variantPrefix) override;
 
-    // One picture of the plan, as the preview pane and the saving compose it: `real` is the
-    // captured shot, or nothing for a placeholder.
-    Image renderTile(const ContentView& view, AppearanceMode mode, const CapturedShot* real,
-                     Size canvas);
-
-    // Where the live menu bar's status items began, as a fraction of its width (1 when the
-    // last reading found none).
-    double lastStatusItemsLeftFraction() const { return lastStatusItemsLeftFraction_; }
-
   private:
     Environment& env_;
-    Placeholders placeholders_;
-    double lastStatusItemsLeftFraction_ = 1.0;
 };
 
 }  // namespace zd

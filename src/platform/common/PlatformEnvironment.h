@@ -1,0 +1,41 @@
+#pragma once
+// The running program's environment: every backend of this platform, built once by the face
+// (the application or the command line) at start. Each platform supplies the implementation
+// of this one class; nothing else asks which system it runs on.
+
+#include <memory>
+#include <string>
+
+#include "env/Environment.h"
+#include "model/Expected.h"
+
+namespace zd {
+
+class ResourceBundle;
+
+class PlatformEnvironment {
+  public:
+    struct Options {
+        // The settings file; empty for the user's own.
+        std::string settingsPath;
+    };
+
+    // Connects to the window server. The text says why it couldn't.
+    static Expected<std::unique_ptr<PlatformEnvironment>, std::string> create(
+        const Options& options);
+    ~PlatformEnvironment();
+    PlatformEnvironment(const PlatformEnvironment&) = delete;
+    PlatformEnvironment& operator=(const PlatformEnvironment&) = delete;
+
+    // The face sets `dialogs` itself: the application shows windows, the command line doesn't.
+    Environment& environment();
+    // The folders where the resource bundle may lie, best first.
+    ResourceBundle& resourceBundle();
+
+  private:
+    struct Impl;
+    explicit PlatformEnvironment(std::unique_ptr<Impl> impl);
+    std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace zd

@@ -1,0 +1,119 @@
+// The Linux/X11 environment: xcb and Composite for windows, EWMH for desktops and sizing,
+// /proc and signals for applications, GNOME colour scheme and XSETTINGS for the appearance,
+// tesseract for text, QPainter for drawing, a JSON file for settings.
+
+#include "common/PlatformEnvironment.h"
+
+#include <filesystem>
+#include <system_error>
+
+#include "QtCanvasFactory.h"
+#include "QtImageCodec.h"
+#include "common/QtClock.h"
+#include "linux/EwmhSpacesBackend.h"
+#include "linux/EwmhWindowSizingBackend.h"
+#include "linux/FileSettingsStore.h"
+#include "linux/GnomeAppearanceBackend.h"
+#include "linux/LanguageOverrideStore.h"
+#include "linux/ProcProcessBackend.h"
+#include "linux/TesseractTextRecognitionBackend.h"
+#include "linux/XcbCaptureBackend.h"
+#include "linux/XcbConnection.h"
+#include "linux/XcbScreenBackend.h"
+#include "linux/XcbWindowListBackend.h"
+#include "model/ResourceBundle.h"
+
+namespace zd {
+using namespace x11;
+
+namespace {
+
+// Where the resource bundle may lie: beside the executable (a build tree), then in the
+// installed data folder.
+std::vector<std::string> resourceBaseFolders() {
+    std::error_code error;
+    const auto exe = std::filesystem::read_symlink("/proc/self/exe", error);
+    if (error)
+        return {};
+    const auto dir = exe.parent_path();
+    return {dir.string(), (dir.parent_path() / "share" / "zephyrdock").string()};
+}
+
+ProcProcessBackend::Options processOptions() {
+    ProcProcessBackend::Options options;
+    if (const char* display = std::getenv("DISPLAY"))
+        options.display = display;
+    return options;
+}
+
+}  // namespace
+
+struct PlatformEnvironment::Impl {
+    explicit Impl(std::shared_ptr<XcbConnection> connection, const Options& options)
+        : workers(clock),
+          x(std::move(connection)),
+          screens(x),
+          windowList(x),
+          capture(x),
+          spaces(x),
+          sizing(x),
+          processes(processOptions()),
+          settings(options.settingsPath.empty()
+                       ? FileSettingsStore::defaultPath().value_or("zephyrdock-settings.json")
+                       : options.settingsPath),
+          bundle(resourceBaseFolders()) {
+        env.clock = &clock;
+        env.workers = &workers;
+        env.screens = &screens;
+        env.images = &images;
+        env.windowList = &windowList;
+        env.capture = &capture;
+        env.spaces = &spaces;
+        env.sizing = &sizing;
+        env.processes = &processes;
+        env.languageOverride = &overrides;
+        env.appearance = &appearance;
+        env.textRecognition = &text;
+        env.canvases = &canvases;
+        env.settings = &settings;
+    }
+
+    QtClock clock;
+    QtWorkerPool workers;
+    std::shared_ptr<XcbConnection> x;
+    XcbScreenBackend screens;
+    QtImageCodec images;
+    XcbWindowListBackend windowList;
+    XcbCaptureBackend capture;
+    EwmhSpacesBackend spaces;
+    EwmhWindowSizingBackend sizing;
+    ProcProcessBackend processes;
+    LanguageOverrideStore overrides;
+    GnomeAppearanceBackend appearance;
+    TesseractTextRecognitionBackend text;
+    QtCanvasFactory canvases;
+    FileSettingsStore settings;
+    ResourceBundle bundle;
+    Environment env;
+};
+
+Expected<std::unique_ptr<PlatformEnvironment>, std::string> PlatformEnvironment::create(
+    const Options& options) {
+    auto connection = XcbConnection::open();
+    if (!connection)
+        return unexpected(connection.error());
+    auto impl = std::make_unique<Impl>(std::move(*connection), options);
+    return std::unique_ptr<PlatformEnvironment>(new PlatformEnvironment(std::move(impl)));
+}
+
+PlatformEnvironment::PlatformEnvironment(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
+PlatformEnvironment::~PlatformEnvironment() = default;
+
+Environment& PlatformEnvironment::environment() {
+    return impl_->env;
+}
+ResourceBundle& PlatformEnvironment::resourceBundle() {
+    return impl_->bundle;
+}
+
+}  // namespace zd
