@@ -7,6 +7,7 @@
 #include <limits>
 #include <regex>
 
+#include "control/Utf8.h"
 #include "env/LanguageOverrideBackend.h"
 #include "env/ProcessBackend.h"
 #include "env/WindowListBackend.h"
@@ -110,9 +111,11 @@ std::optional<std::string> firstLanguageCodeIn(std::string_view toolOutput) {
 std::string currentLanguageCode(LanguageOverrideBackend& overrides, const std::string& bundleID) {
     const auto result = overrides.runDefaults({"read", bundleID, std::string(languagesKey)});
     if (result && result->exitStatus == 0) {
-        // Output that isn't UTF-8 can still hold an ASCII code; the search only takes ASCII.
-        if (auto found = firstLanguageCodeIn(result->standardOutput))
-            return *found;
+        // Output that isn't UTF-8 reads as empty text, which holds no code.
+        if (isValidUtf8(result->standardOutput)) {
+            if (auto found = firstLanguageCodeIn(result->standardOutput))
+                return *found;
+        }
     }
     const auto preferred = overrides.preferredLanguages();
     return preferred.empty() ? std::string("en") : preferred.front();

@@ -312,6 +312,7 @@ TEST(LanguageRelauncher, CurrentLanguageCodeReadsTheOverrideOrFallsBack) {
         {ToolResult{0, "(\n    deutsch\n)\n"}, "deu"},
         {ToolResult{0, "(\n)\n"}, "fr-CA"},
         {ToolResult{1, "(\n    de\n)\n"}, "fr-CA"},
+        {ToolResult{0, "(\n    de\xff\n)\n"}, "fr-CA"},
         {std::nullopt, "fr-CA"},
     };
     for (const auto& c : cases) {
