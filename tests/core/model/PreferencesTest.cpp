@@ -7,8 +7,8 @@
 #include <climits>
 #include <functional>
 
-#include "support/TemporaryFolder.h"
 #include "model/ResourceBundle.h"
+#include "support/TemporaryFolder.h"
 #include "testing/InMemorySettingsStore.h"
 
 namespace zd {

@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "support/TemporaryFolder.h"
 #include "model/Preferences.h"
+#include "support/TemporaryFolder.h"
 #include "testing/InMemorySettingsStore.h"
 
 namespace zd {
