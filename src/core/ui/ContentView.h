@@ -97,6 +97,11 @@ class ContentView {
     // An empty image when the environment can't draw.
     Image renderTile(const PlanEntry& entry, const CapturedShot* real, Size canvas) const;
 
+    // --- The live lists: filled at start, then on each activation and every second while idle
+    void reloadSpaces();
+    void reloadTargets();
+    void reloadCompositeWindows();
+
     // The first of `targets` with the selected id.
     std::optional<CaptureTarget> selectedTarget() const;
 
