@@ -155,6 +155,9 @@ std::optional<std::string> HeadlessSession::launch(Options options) {
         xsettingsd_ = spawn({"xsettingsd", "-c", settingsConfig().string()}, "xsettingsd.log");
         if (xsettingsd_ <= 0)
             return std::string("Couldn't start xsettingsd");
+        // The appearance backend rewrites this file and signals the daemon to switch GTK3.
+        env_.emplace_back("ZD_XSETTINGSD_CONFIG", settingsConfig().string());
+        env_.emplace_back("ZD_XSETTINGSD_PID", std::to_string(xsettingsd_));
     }
     if (options.windowManager) {
         if (spawn({"openbox", "--sm-disable"}, "openbox.log") <= 0) {
