@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <fstream>
@@ -91,6 +93,22 @@ TEST_F(FileSettingsStoreTest, WriteReplacesTheFileWholeAndLeavesNoTemporaryFiles
         EXPECT_TRUE(name == "settings.json" || name == "settings.json.lock") << name;
     }
     EXPECT_EQ((fs::status(file).permissions() & fs::perms::others_read), fs::perms::none);
+}
+
+TEST_F(FileSettingsStoreTest, TwoProcessesWritingAtOnceKeepEachOthersKeys) {
+    constexpr int keysEach = 40;
+    pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    const char* prefix = child == 0 ? "child" : "parent";
+    FileSettingsStore store(file.string());
+    for (int i = 0; i < keysEach; ++i)
+        store.setInteger(i, prefix + std::to_string(i));
+    if (child == 0)
+        ::_exit(store.lastWriteError() ? 1 : 0);
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    EXPECT_EQ(FileSettingsStore(file.string()).allKeys().size(), 2u * keysEach);
 }
 
 TEST_F(FileSettingsStoreTest, TemporaryFileOfACrashedWriteIsIgnored) {
