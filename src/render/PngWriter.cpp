@@ -9,6 +9,8 @@
 #include <memory>
 #include <thread>
 
+#include "LargeBuffers.h"
+
 namespace zd {
 
 namespace {
@@ -164,7 +166,7 @@ std::optional<std::vector<std::uint8_t>> PngWriter::encode(const Image& image,
     if (stride * height > 0x7fffffffu / 2)
         return std::nullopt;
 
-    std::unique_ptr<std::uint8_t[]> filtered(new (std::nothrow) std::uint8_t[stride * height]);
+    const auto filtered = LargeBuffers::bytes(stride * height);
     if (!filtered)
         return std::nullopt;
     const int threads = std::clamp(options.threads, 1, 8);

@@ -20,7 +20,7 @@ class PngWriter {
 
     struct Options {
         Filter filter = Filter::up;
-        int compressionLevel = 2;  // libdeflate level, 0…12
+        int compressionLevel = 1;  // libdeflate level, 0…12
         int threads = 2;           // for unpremultiplying and filtering rows
     };
 

@@ -9,6 +9,7 @@
 #include <new>
 
 #include "ImageScaling.h"
+#include "LargeBuffers.h"
 #include "ShadowBlur.h"
 #include "ShadowLayer.h"
 #include "SymbolArtwork.h"
@@ -38,12 +39,9 @@ bool isWhole(double v) {
 QtCanvas::QtCanvas(int width, int height) {
     if (width <= 0 || height <= 0)
         return;
-    try {
-        image_ = Image(width, height);  // zero-filled: fully transparent
-    } catch (const std::bad_alloc&) {
-        image_ = Image();
+    image_ = LargeBuffers::transparentImage(width, height);
+    if (image_.isNull())
         return;
-    }
     width_ = width;
     height_ = height;
     target_ = QImage(reinterpret_cast<uchar*>(image_.mutablePixels().data()), width, height,

@@ -5,6 +5,7 @@
 #include <QString>
 
 #include "ImageConversion.h"
+#include "LargeBuffers.h"
 #include "PngWriter.h"
 
 namespace zd {
@@ -65,7 +66,9 @@ std::optional<Image> QtImageCodec::decode(const std::string& path) {
     if (direct) {
         // Opaque RGB32 (0xffRRGGBB) is already premultiplied ARGB: decode straight into the
         // image's own pixels and skip a copy of the whole picture.
-        Image out(size.width(), size.height());
+        Image out = LargeBuffers::transparentImage(size.width(), size.height());
+        if (out.isNull())
+            return std::nullopt;
         auto pixels = out.mutablePixels();
         decoded = QImage(reinterpret_cast<uchar*>(pixels.data()), size.width(), size.height(),
                          static_cast<qsizetype>(size.width()) * 4, format);

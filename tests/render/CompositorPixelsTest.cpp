@@ -16,7 +16,8 @@ class CompositorPixelsTest : public ::testing::Test {
     // A 640 × 400 canvas (c = 0.44), a 1440 × 900-point screen at scale 2, an opaque window.
     Compositor::Inputs inputs(BackgroundKind kind) {
         Image window(400, 240);
-        for (auto& p : window.mutablePixels()) p = 0xffe0e0e0u;
+        for (auto& p : window.mutablePixels())
+            p = 0xffe0e0e0u;
         Compositor::Inputs in;
         in.windowImage = window;
         in.canvas = {640, 400};
@@ -75,7 +76,8 @@ TEST_F(CompositorPixelsTest, ShadowFalls16PixelsDownward) {
     // blurred edge) lies 16 pixels under the window's bottom edge and hidden above its top.
     auto halfway = [&](int from, int step) {
         int y = from;
-        while (y >= 0 && y < 400 && Image::alphaOf(at(image, x, y)) > 115 / 2) y += step;
+        while (y >= 0 && y < 400 && Image::alphaOf(at(image, x, y)) > 115 / 2)
+            y += step;
         return std::abs(y - from);
     };
     const int belowHalf = halfway(static_cast<int>(d.minY()) - 1, -1);
@@ -88,7 +90,8 @@ TEST_F(CompositorPixelsTest, ShadowFalls16PixelsDownward) {
 TEST_F(CompositorPixelsTest, CoverScaledPictureOfAnyShapeLeavesNoFillColour) {
     for (const auto& [w, h] : {std::pair{900, 300}, std::pair{200, 700}, std::pair{641, 401}}) {
         Image picture(w, h);
-        for (auto& p : picture.mutablePixels()) p = 0xff3060a0u;
+        for (auto& p : picture.mutablePixels())
+            p = 0xff3060a0u;
         codec_.files["/pictures/wide.jpg"] = picture;
         const Image image = render(inputs(BackgroundKind::image));
         for (int y = 0; y < 400; ++y)

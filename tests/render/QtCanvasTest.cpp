@@ -112,6 +112,55 @@ TEST_F(QtCanvasTest, ShadowFallsDownwardAndTransparentCanvasStaysClearElsewhere)
     EXPECT_EQ(Image::alphaOf(at(image, 5, 155)), 217u);
 }
 
+TEST_F(QtCanvasTest, ShadowLooksTheSameThroughEveryDrawingPath) {
+    // The fast path (a 1:1 picture, no clip), a painted shape, and a clipped draw (blended by
+    // QPainter) must all give the same shadow.
+    Image square(30, 30);
+    for (auto& p : square.mutablePixels())
+        p = 0xff000000u | 0x00ffffffu;
+    auto draw = [&](int variant) {
+        QtCanvas canvas(120, 120);
+        canvas.save();
+        if (variant == 2)
+            canvas.clipToRoundedRect({0, 0, 120, 120}, 0);
+        canvas.setShadow(Shadow{{0, -16}, 12, Color::black(0.45)});
+        if (variant == 1) {
+            canvas.fillRect({45, 50, 30, 30}, Color::white(1.0));
+        } else {
+            canvas.drawImage(square, {}, {45, 50, 30, 30}, CompositeOp::sourceOver);
+        }
+        canvas.restore();
+        return canvas.finish();
+    };
+    const Image fast = draw(0);
+    for (const int variant : {1, 2}) {
+        const Image other = draw(variant);
+        int worst = 0;
+        for (int y = 0; y < 120; ++y)
+            for (int x = 0; x < 120; ++x)
+                worst =
+                    std::max(worst, std::abs(static_cast<int>(Image::alphaOf(fast.pixel(x, y))) -
+                                             static_cast<int>(Image::alphaOf(other.pixel(x, y)))));
+        EXPECT_LE(worst, 3) << "variant " << variant;
+    }
+    EXPECT_GT(Image::alphaOf(at(fast, 60, 45)), 60u) << "shadow under the square";
+}
+
+TEST_F(QtCanvasTest, PictureShrunkManyTimesAveragesItsPixels) {
+    // One-pixel stripes shrunk eight times: every source pixel counts, giving an even grey
+    // rather than the stripes' aliases.
+    Image stripes(256, 256);
+    for (int y = 0; y < 256; ++y)
+        for (int x = 0; x < 256; ++x)
+            stripes.setPixel(x, y, x % 2 ? 0xffffffffu : 0xff000000u);
+    QtCanvas canvas(32, 32);
+    canvas.drawImage(stripes, {}, {0, 0, 32, 32}, CompositeOp::sourceOver);
+    const Image image = canvas.finish();
+    for (int y = 2; y < 30; ++y)
+        for (int x = 2; x < 30; ++x)
+            ASSERT_NEAR(Image::redOf(image.pixel(x, y)), 128, 12);
+}
+
 TEST_F(QtCanvasTest, RoundedClipCutsCorners) {
     QtCanvas canvas(40, 40);
     canvas.save();
