@@ -262,10 +262,49 @@ TEST_F(XcbCaptureTest, A32BitWindowKeepsItsAlphaAndOurOwnWindowIsNoTarget) {
                              [&](const CaptureTarget& t) { return t.id == own; }));
 }
 
+xcb_atom_t atom(XcbConnection& x, std::string_view name) {
+    XcbReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
+        x.get(), xcb_intern_atom(x.get(), 0, static_cast<std::uint16_t>(name.size()), name.data()),
+        nullptr));
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+// A panel of this process along the top edge, `height` tall, that the work area leaves out.
+xcb_window_t createTopPanel(XcbConnection& x, std::uint32_t height) {
+    xcb_connection_t* c = x.get();
+    xcb_window_t window = xcb_generate_id(c);
+    xcb_create_window(c, XCB_COPY_FROM_PARENT, window, x.root(), 0, 0, x.screen()->width_in_pixels,
+                      static_cast<std::uint16_t>(height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                      XCB_COPY_FROM_PARENT, 0, nullptr);
+    const xcb_atom_t dock = x.atoms().netWmWindowTypeDock;
+    xcb_change_property(c, XCB_PROP_MODE_REPLACE, window, x.atoms().netWmWindowType, XCB_ATOM_ATOM,
+                        32, 1, &dock);
+    const std::uint32_t strut[12] = {0, 0, height, 0, 0, 0, 0, 0, 0, x.screen()->width_in_pixels,
+                                     0, 0};
+    xcb_change_property(c, XCB_PROP_MODE_REPLACE, window, atom(x, "_NET_WM_STRUT_PARTIAL"),
+                        XCB_ATOM_CARDINAL, 32, 12, strut);
+    xcb_map_window(c, window);
+    xcb_flush(c);
+    return window;
+}
+
 TEST_F(XcbCaptureTest, EachPresetSizesTheWindowWithinTheWorkAreaKeepingItsMinimum) {
-    auto screen = screens->mainScreen();
+    xcb_window_t panel = createTopPanel(*connection, 40);
+    std::optional<ScreenInfo> screen;
+    EXPECT_TRUE(waitFor([&] {
+        screen = screens->mainScreen();
+        return screen && screen->visibleFrame == Rect{0, 40, 1024, 728};
+    })) << "the work area leaves the panel out";
+    auto panelRecord = windowList->windowList(WindowListOption::allWindows);
     ASSERT_TRUE(screen);
     const Rect work = screen->visibleFrame;
+    bool panelOnDockLayer = false;
+    for (const Value& record : *panelRecord.asArray()) {
+        if (record.find(WindowKey::number)->asInteger() == panel) {
+            panelOnDockLayer = record.find(WindowKey::layer)->asInteger() == Layer::dock;
+        }
+    }
+    EXPECT_TRUE(panelOnDockLayer);
     EXPECT_GT(sizing->allowedSize(calculatorWindow, {1, 1}).height, 384)
         << "the calculator is taller than half this screen";
     raise(calculator->pid());
@@ -300,6 +339,8 @@ TEST_F(XcbCaptureTest, EachPresetSizesTheWindowWithinTheWorkAreaKeepingItsMinimu
         EXPECT_LE(actual->maxX(), work.maxX());
         EXPECT_LE(actual->maxY(), work.maxY());
     }
+    xcb_destroy_window(connection->get(), panel);
+    xcb_flush(connection->get());
 }
 
 TEST_F(XcbCaptureTest, DesktopsAreSpacesAndAChosenOneNarrowsTheLists) {
