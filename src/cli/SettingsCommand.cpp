@@ -21,6 +21,14 @@ std::string keyList() {
     return text;
 }
 
+std::string keyForms() {
+    std::string text;
+    for (const auto& key : settingKeys()) {
+        text += "  " + padded(std::string(key.name), 24) + expectedForm(key) + "\n";
+    }
+    return text;
+}
+
 bool reportWriteError(Context& context, const FileSettingsStore& store) {
     if (!store.lastWriteError())
         return false;
@@ -145,11 +153,11 @@ void addSettingsCommand(CLI::App& app, Context& context) {
     setCommand->add_option("value", args.words,
                            "The value: true or false, a whole number, one of the key's "
                            "choices, a path, or the language codes of languageCodes");
-    setCommand->footer(
-        "Examples:\n  zephyrdock settings set captureScope all\n"
-        "  zephyrdock settings set outputSize mas1440\n"
-        "  zephyrdock settings set languageCodes de fr pt-BR\n"
-        "  zephyrdock settings set saveFolderURL ~/Screenshots");
+    setCommand->footer("Values:\n" + keyForms() +
+                       "\nExamples:\n  zephyrdock settings set captureScope all\n"
+                       "  zephyrdock settings set outputSize mas1440\n"
+                       "  zephyrdock settings set languageCodes de fr pt-BR\n"
+                       "  zephyrdock settings set saveFolderURL ~/Screenshots");
     setCommand->callback(
         [&context, &args] { context.exitCode = set(context, args.key, args.words); });
 
