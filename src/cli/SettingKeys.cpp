@@ -117,7 +117,8 @@ std::string expectedForm(const SettingKey& key) {
         case StoredForm::integer:
             return "a whole number";
         case StoredForm::textList:
-            return "language codes such as de fr pt-BR (none for no languages)";
+            return "language codes such as de fr pt-BR, or none for the target's current "
+                   "language";
         case StoredForm::filePath:
             return "the path of an existing picture file";
         case StoredForm::folderPath:
@@ -131,6 +132,8 @@ Expected<Value, std::string> parseSettingValue(const SettingKey& key,
     std::string name(key.name);
     if (key.form == StoredForm::textList) {
         ValueArray codes;
+        if (words.size() == 1 && words.front() == "none")
+            return Value(std::move(codes));
         for (const auto& word : words) {
             if (word.empty())
                 return unexpected(std::string("a language code can't be empty"));

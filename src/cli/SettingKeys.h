@@ -35,7 +35,7 @@ std::string expectedForm(const SettingKey& key);
 
 // The value to store for the words given after the key, or why they don't fit. A choice may
 // also be named by its case ("mas1440" for "1440 × 900"); a path is made absolute and must
-// exist.
+// exist; "none", or no word at all, is the empty list of languages.
 Expected<Value, std::string> parseSettingValue(const SettingKey& key,
                                                const std::vector<std::string>& words);
 

@@ -59,6 +59,8 @@ TEST_F(SettingsCommand, ResetRemovesKeysSoTheyFallBack) {
     EXPECT_EQ(cli.run({"settings", "reset", "windowShadow"}).exitCode, 0);
     FileSettingsStore store(cli.settingsPath());
     EXPECT_EQ(store.allKeys(), std::vector<std::string>{"countdownSeconds"});
+    EXPECT_EQ(cli.run({"settings", "set", "languageCodes", "none"}).exitCode, 0);
+    EXPECT_EQ(store.objectForKey("languageCodes"), Value(ValueArray{}));
     EXPECT_EQ(cli.run({"settings", "reset", "--all"}).exitCode, 0);
     EXPECT_TRUE(store.allKeys().empty());
 }
