@@ -80,6 +80,17 @@ Expected<Image, CaptureFailure> XcbCaptureBackend::windowPixels(xcb_window_t win
     XcbReply<xcb_generic_error_t> error(
         xcb_request_check(c, xcb_composite_name_window_pixmap_checked(c, window, pixmap)));
     if (error) {
+        // A relaunched application may get the window number its previous instance had, on a
+        // window nobody has redirected yet: redirect it afresh and try once more.
+        {
+            std::lock_guard lock(mutex_);
+            redirected_.erase(window);
+        }
+        ensureRedirected(window);
+        error.reset(
+            xcb_request_check(c, xcb_composite_name_window_pixmap_checked(c, window, pixmap)));
+    }
+    if (error) {
         // Unmapped windows (another desktop, minimised) have no pixmap to read.
         return unexpected(
             CaptureFailure::system(describe(error.get(), "Naming the window pixmap")));
