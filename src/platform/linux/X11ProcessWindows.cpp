@@ -140,10 +140,8 @@ bool activateWindowsOf(std::int32_t pid) {
     const auto windows = windowsOf(*display, pid);
     if (windows.empty())
         return false;
-    const std::uint32_t raise = XCB_STACK_MODE_ABOVE;
-    for (const auto window : windows) {
-        xcb_configure_window(c, window, XCB_CONFIG_WINDOW_STACK_MODE, &raise);
-    }
+    // No raise requests of our own: the window manager raises what it activates, and a
+    // raise request sent alongside makes openbox drop the activation.
     xcb_client_message_event_t event{};
     event.response_type = XCB_CLIENT_MESSAGE;
     event.format = 32;

@@ -19,8 +19,8 @@ std::optional<std::string> windowClassOf(std::int32_t pid);
 // The same for every process that has a managed window, in one pass.
 std::map<std::int32_t, std::string> windowClassesByPid();
 
-// Asks the window manager to activate the process's topmost window (_NET_ACTIVE_WINDOW, as a
-// pager would) and raises its other windows. False if it has no window or no display answers.
+// Asks the window manager to activate (focus and raise) the process's topmost window, through
+// _NET_ACTIVE_WINDOW as a pager would. False if it has no window or no display answers.
 bool activateWindowsOf(std::int32_t pid);
 
 }  // namespace zd::x11
