@@ -135,6 +135,8 @@ TEST_F(ProcBackendTest, OnlyProcessesOfTheChosenDisplayCount) {
     ASSERT_TRUE(eventually([&] { return b.runningApplication(pid).has_value(); }));
     EXPECT_FALSE(other.runningApplication(pid));
     EXPECT_TRUE(other.runningApplications("org.example.Probe").empty());
+    options.display = ":4243.0";
+    EXPECT_TRUE(ProcProcessBackend(options).runningApplication(pid));
 }
 
 TEST(DesktopEntries, ExecIsSplitByTheQuotingRulesWithoutFieldCodes) {

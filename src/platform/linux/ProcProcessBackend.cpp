@@ -60,6 +60,13 @@ std::optional<long long> bootTime(const std::string& procRoot) {
     return std::nullopt;
 }
 
+// ":0.0" and ":0" name the same display: the screen number doesn't tell desktops apart.
+std::string displayWithoutScreen(const std::string& display) {
+    const auto colon = display.rfind(':');
+    const auto dot = display.find('.', colon == std::string::npos ? 0 : colon);
+    return dot == std::string::npos ? display : display.substr(0, dot);
+}
+
 std::string baseName(const std::string& path) {
     const auto slash = path.rfind('/');
     return slash == std::string::npos ? path : path.substr(slash + 1);
@@ -115,7 +122,8 @@ std::optional<RunningApplication> ProcProcessBackend::read(
     }
     app.arguments = splitNul(readFile(dir / "cmdline"));
     app.environment = splitNul(readFile(dir / "environ"));
-    if (!options_.display.empty() && variable(app.environment, "DISPLAY") != options_.display) {
+    if (!options_.display.empty() && displayWithoutScreen(variable(app.environment, "DISPLAY")) !=
+                                         displayWithoutScreen(options_.display)) {
         return std::nullopt;
     }
     if (auto boot = bootTime(options_.procRoot)) {
