@@ -16,6 +16,7 @@
 #include "linux/GnomeAppearanceBackend.h"
 #include "linux/LanguageOverrideStore.h"
 #include "linux/ProcProcessBackend.h"
+#include "linux/ResourceBundleLocations.h"
 #include "linux/TesseractTextRecognitionBackend.h"
 #include "linux/XcbCaptureBackend.h"
 #include "linux/XcbConnection.h"
@@ -27,17 +28,6 @@ namespace zd {
 using namespace x11;
 
 namespace {
-
-// Where the resource bundle may lie: beside the executable (a build tree), then in the
-// installed data folder.
-std::vector<std::string> resourceBaseFolders() {
-    std::error_code error;
-    const auto exe = std::filesystem::read_symlink("/proc/self/exe", error);
-    if (error)
-        return {};
-    const auto dir = exe.parent_path();
-    return {dir.string(), (dir.parent_path() / "share" / "zephyrdock").string()};
-}
 
 ProcProcessBackend::Options processOptions() {
     ProcProcessBackend::Options options;
@@ -61,7 +51,7 @@ struct PlatformEnvironment::Impl {
           settings(options.settingsPath.empty()
                        ? FileSettingsStore::defaultPath().value_or("zephyrdock-settings.json")
                        : options.settingsPath),
-          bundle(resourceBaseFolders()) {
+          bundle(resourceBundleCandidates()) {
         env.clock = &clock;
         env.workers = &workers;
         env.screens = &screens;
