@@ -50,7 +50,10 @@ class QtImageCodecTest : public ::testing::Test {
     }
     std::vector<std::uint8_t> jpeg(int w, int h) {
         QImage image(w, h, QImage::Format_RGB32);
-        image.fill(QColor(200, 120, 40));
+        // Busy content, so that the compressed scan is most of the file.
+        for (int y = 0; y < h; ++y)
+            for (int x = 0; x < w; ++x)
+                image.setPixel(x, y, qRgb(x * 7 % 256, y * 13 % 256, (x ^ y) % 256));
         QByteArray bytes;
         QBuffer buffer(&bytes);
         buffer.open(QIODevice::WriteOnly);
@@ -69,10 +72,15 @@ TEST_F(QtImageCodecTest, ReadsPngAndJpegAsPremultipliedArgb) {
     EXPECT_EQ(png->height(), 30);
     EXPECT_EQ(png->pixel(39, 29), Image::argb(128, 64, 39, 0));
 
-    const auto jpg = codec_.load(write("b.jpg", jpeg(64, 48)));
+    const auto jpg = codec_.load(write("b.jpg", jpeg(640, 480)));
     ASSERT_TRUE(jpg.has_value());
-    EXPECT_EQ(jpg->width(), 64);
+    EXPECT_EQ(jpg->width(), 640);
     EXPECT_EQ(Image::alphaOf(jpg->pixel(10, 10)), 255u);
+
+    // Data after the end marker (some cameras append a video) doesn't make a photo unreadable.
+    auto appended = jpeg(64, 48);
+    appended.insert(appended.end(), 3000, 0x5a);
+    EXPECT_TRUE(codec_.load(write("appended.jpg", appended)).has_value());
 }
 
 TEST_F(QtImageCodecTest, BadFilesGiveNothing) {
@@ -99,7 +107,8 @@ TEST_F(QtImageCodecTest, BadFilesGiveNothing) {
         {"truncated.png", {png.begin(), png.begin() + static_cast<long>(png.size() / 2)}},
         {"signature-only.png", {png.begin(), png.begin() + 8}},
         {"corrupt.png", corruptPng},
-        {"truncated.jpg", {jpg.begin(), jpg.begin() + 300}},
+        {"truncated-header.jpg", {jpg.begin(), jpg.begin() + 300}},
+        {"truncated-scan.jpg", {jpg.begin(), jpg.begin() + static_cast<long>(jpg.size() * 2 / 3)}},
     };
     for (const auto& [name, bytes] : cases)
         EXPECT_FALSE(codec_.load(write(name, bytes)).has_value()) << name;
