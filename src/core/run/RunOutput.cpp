@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <ctime>
+#include <future>
 
 #include "composition/Compositor.h"
 
@@ -161,18 +162,32 @@ Expected<void, OutputError> saveAll(const std::vector<CapturedShot>& shots,
                                     const std::string& /*stamp*/, const std::string& variantPrefix,
                                     const ShotComposer& compose, const ImageCodec& codec) {
     const std::string prefix = sanitize(trimmedWhitespaceAndNewlines(variantPrefix));
+    // Shots are composed one at a time, in order, on the calling thread. Encoding a picture
+    // costs more than composing it, so each picture is encoded and written on a second thread
+    // while the next one is composed. Paths are chosen only after the previous file is on
+    // disk, so numbering sees every earlier file, and the first failure ends the save before
+    // any later file is written.
+    std::future<Expected<void, OutputError>> writing;
+    auto finishWriting = [&writing]() -> Expected<void, OutputError> {
+        if (!writing.valid())
+            return {};
+        return writing.get();
+    };
     for (const CapturedShot& shot : shots) {
-        const Image picture = compose(shot);
+        Image picture = compose(shot);
+        if (auto written = finishWriting(); !written)
+            return written;
         const std::string mode(rawValue(shot.mode));
         const std::string stem = prefix.empty() ? mode : prefix + "-" + mode;
         auto path = uniquePath(shotFolder(runRoot, shot.languageCode), stem, "png");
         if (!path)
             return unexpected(path.error());
-        auto written = Compositor::writePNG(picture, *path, codec);
-        if (!written)
-            return written;
+        writing =
+            std::async(std::launch::async, [picture = std::move(picture), target = *path, &codec] {
+                return Compositor::writePNG(picture, target, codec);
+            });
     }
-    return {};
+    return finishWriting();
 }
 
 }  // namespace zd
