@@ -25,9 +25,4 @@ std::string padded(const std::string& text, std::size_t width) {
     return result;
 }
 
-int reportNotYetAvailable(Context& context, const std::string& command) {
-    *context.err << "zephyrdock " << command << ": not yet available in this build\n";
-    return exitUnavailable;
-}
-
 }  // namespace zd::cli

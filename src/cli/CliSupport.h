@@ -50,8 +50,5 @@ std::unique_ptr<FileSettingsStore> openSettings(Context& context);
 // than bytes (stored texts hold "×" and "…").
 std::string padded(const std::string& text, std::size_t width);
 
-// For a subcommand whose backend this build doesn't have yet: says so on stderr and exits 69.
-int reportNotYetAvailable(Context& context, const std::string& command);
-
 }  // namespace cli
 }  // namespace zd

@@ -2,20 +2,102 @@
 
 #include <CLI/CLI.hpp>
 
+#include <filesystem>
+#include <fstream>
+
 #include "CliSupport.h"
+#include "ContactSheet.h"
+#include "OffscreenGui.h"
+#include "QtCanvasFactory.h"
+#include "QtImageCodec.h"
+#include "RunOverrides.h"
+#include "linux/FileSettingsStore.h"
+#include "linux/ResourceBundleLocations.h"
+#include "model/Preferences.h"
+#include "model/ResourceBundle.h"
+#include "run/LiveRunServices.h"
+#include "ui/ContentView.h"
 
 namespace zd::cli {
 
-// The backend this command drives is not part of this build yet: the command is listed with
-// its help, and running it says so instead of pretending to work.
+namespace {
+
+struct PreviewArguments {
+    std::string out;
+    RunOverrides overrides;
+};
+
+int preview(Context& context, const PreviewArguments& args) {
+    auto store = openSettings(context);
+    if (!store)
+        return exitFailure;
+    ensureOffscreenGui();
+    ResourceBundle bundle(resourceBundleCandidates());
+
+    // Tiles need drawing and pictures only; no display is reached.
+    QtCanvasFactory canvases;
+    QtImageCodec images;
+    Environment environment;
+    environment.canvases = &canvases;
+    environment.images = &images;
+    LiveRunServices services(environment);
+    ContentView view(environment, services, Preferences::load(*store, bundle));
+    if (auto applied = args.overrides.applyTo(view, *context.err); !applied) {
+        *context.err << "zephyrdock preview: " << applied.error() << "\n";
+        return exitUsage;
+    }
+
+    const std::filesystem::path folder(args.out);
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (error) {
+        *context.err << "zephyrdock preview: cannot make " << folder << ": " << error.message()
+                     << "\n";
+        return exitFailure;
+    }
+    const Size canvas = previewTileCanvas(view.canvasSize());
+    std::vector<SheetPicture> pictures;
+    for (const auto& entry : view.planEntries()) {
+        const auto png = images.encodePNG(view.renderTile(entry, nullptr, canvas));
+        const std::string file = entry.id + ".png";
+        std::ofstream stream(folder / file, std::ios::binary | std::ios::trunc);
+        if (png)
+            stream.write(reinterpret_cast<const char*>(png->data()),
+                         static_cast<std::streamsize>(png->size()));
+        if (!png || !stream) {
+            *context.err << "zephyrdock preview: cannot write " << (folder / file) << "\n";
+            return exitFailure;
+        }
+        std::string label = entry.languageLabel;
+        if (!entry.languageCode.empty())
+            label += " (" + entry.languageCode + ")";
+        label += " \u2014 " + rawString(entry.mode);
+        pictures.push_back({file, label});
+        *context.out << (folder / file).string() << "\n";
+    }
+    if (!writeContactSheet(folder, "Zephyrdock preview", pictures)) {
+        *context.err << "zephyrdock preview: cannot write " << (folder / "index.html") << "\n";
+        return exitFailure;
+    }
+    *context.err << pictures.size() << (pictures.size() == 1 ? " tile" : " tiles")
+                 << " and index.html written to " << folder.string() << "\n";
+    return exitSuccess;
+}
+
+}  // namespace
+
 void addPreviewCommand(CLI::App& app, Context& context) {
+    auto& args = context.makeArguments<PreviewArguments>();
     auto* command = app.add_subcommand(
-        "preview", "Render every planned picture with placeholders, without capturing anything");
+        "preview", "Draw the preview's placeholder tiles as PNG files, with a contact sheet");
     command->footer(
-        "Writes one PNG per planned picture, composed as the run would compose it but with a drawn "
-        "placeholder in place of the captured window, so the backgrounds, canvas and menu bar can "
-        "be checked before a run.");
-    command->callback([&context] { context.exitCode = reportNotYetAvailable(context, "preview"); });
+        "One tile per planned picture, in the order of the run, composed over the real "
+        "background and menu bar with an invented window, at most 720 pixels on the long side; "
+        "index.html shows them in order with their labels. The options change this preview "
+        "only; nothing is stored.");
+    command->add_option("--out", args.out, "Folder for the tiles and index.html")->required();
+    args.overrides.addOptions(*command, false);
+    command->callback([&context, &args] { context.exitCode = preview(context, args); });
 }
 
 }  // namespace zd::cli

@@ -1,22 +1,209 @@
 #include "ShootCommand.h"
 
+#include <unistd.h>
 #include <CLI/CLI.hpp>
 
+#include <filesystem>
+#include <sstream>
+
 #include "CliSupport.h"
+#include "ContactSheet.h"
+#include "LiveView.h"
+#include "OffscreenGui.h"
+#include "ProgressPrinter.h"
+#include "RunOverrides.h"
+#include "StopRequest.h"
+#include "TargetLauncher.h"
+#include "TargetText.h"
+#include "env/ProcessBackend.h"
+#include "linux/FileSettingsStore.h"
+#include "model/Preferences.h"
 
 namespace zd::cli {
 
-// The backend this command drives is not part of this build yet: the command is listed with
-// its help, and running it says so instead of pretending to work.
+namespace {
+
+using namespace std::chrono_literals;
+
+struct ShootArguments {
+    RunOverrides overrides;
+    std::string target;
+    std::string launch;
+    bool headless = false;
+    bool saveSettings = false;
+    bool reveal = false;
+    bool contactSheet = false;
+};
+
+// The flags checked against the stored settings without a display: a usage error or a missing
+// save folder ends the command before anything starts.
+int checkBeforeStart(Context& context, const ShootArguments& args) {
+    auto store = openSettings(context);
+    if (!store)
+        return exitFailure;
+    Environment none;
+    LiveRunServices services(none);
+    ContentView probe(none, services);
+    std::ostringstream ignored;  // the real application below warns
+    if (auto applied = args.overrides.applyTo(probe, ignored); !applied) {
+        *context.err << "zephyrdock shoot: " << applied.error() << "\n";
+        return exitUsage;
+    }
+    const bool allWindows = args.overrides.scope.empty()
+                                ? Preferences::captureScope(*store) == CaptureScope::allWindows
+                                : args.overrides.scope == "all";
+    if (args.target.empty() && args.launch.empty() && !allWindows) {
+        *context.err << "zephyrdock shoot: no target: give --target (a window number, an "
+                        "application name or a window title) or --launch \"COMMAND\"\n";
+        return exitUsage;
+    }
+    if (args.overrides.saveFolder.empty() &&
+        !Preferences::url(*store, Preferences::Keys::saveFolderURL)) {
+        *context.err << "zephyrdock shoot: no save folder: give --save-folder DIR, or store one "
+                        "with \"zephyrdock settings set saveFolderURL DIR\"\n";
+        return exitFailure;
+    }
+    return exitSuccess;
+}
+
+std::string absolutePath(const std::string& path) {
+    std::error_code error;
+    auto absolute = std::filesystem::absolute(path, error);
+    return error ? path : absolute.lexically_normal().string();
+}
+
+int shoot(Context& context, const ShootArguments& args) {
+    if (int checked = checkBeforeStart(context, args); checked != exitSuccess)
+        return checked;
+    StopRequest stop;
+    bool stopped = false;
+    auto stopSeen = [&] { return stopped = stopped || stop.take(); };
+
+    auto live = LiveView::open({args.headless, context.settingsFile, args.reveal}, *context.err);
+    if (!live) {
+        *context.err << "zephyrdock shoot: " << live.error() << "\n";
+        return exitFailure;
+    }
+    ContentView& view = (*live)->view();
+    Environment& env = (*live)->environment();
+    (void)args.overrides.applyTo(view, *context.err);  // checked above; now with warnings
+    view.reloadSpaces();
+    view.reloadCompositeWindows();
+
+    std::optional<std::string> launchedBundle;
+    if (!args.launch.empty()) {
+        auto launcher = TargetLauncher::start(args.launch, (*live)->display().childEnvironment());
+        if (!launcher) {
+            *context.err << "zephyrdock shoot: " << launcher.error() << "\n";
+            return exitFailure;
+        }
+        *context.err << "Waiting for the first window of \"" << args.launch << "\"…\n";
+        if (auto selected = launcher->selectFirstWindow(view, stopSeen, 60s); !selected) {
+            *context.err << "zephyrdock shoot: " << selected.error() << "\n";
+            return stopped ? 130 : exitFailure;
+        }
+        if (auto target = view.selectedTarget())
+            launchedBundle = target->bundleId;
+    } else if (!args.target.empty()) {
+        view.reloadTargets();
+        auto target = resolveTarget(view.targets, args.target);
+        if (!target) {
+            *context.err << "zephyrdock shoot: " << target.error() << "\n";
+            return exitFailure;
+        }
+        view.selectedTargetID = target->id;
+    }
+    if (auto target = view.selectedTarget())
+        *context.err << "Target: " << target->id << "  " << targetText(*target) << "\n";
+
+    if (args.saveSettings) {
+        args.overrides.store(view, *env.settings);
+        *context.err << "The given settings are stored for the next runs.\n";
+    }
+    if (!args.overrides.saveFolder.empty())
+        (*live)->services().saveFolderOverride = absolutePath(args.overrides.saveFolder);
+
+    const auto runRootBefore = view.lastRunRoot;
+    std::string lastShown;
+    const auto chosen = view.selectedTarget();
+    const bool revertFollows = view.captureScope == CaptureScope::singleWindow &&
+                               !view.languages.empty() && chosen && chosen->bundleId &&
+                               !chosen->bundleId->empty();
+    {
+        ProgressPrinter printer(view.progress, *context.err, isatty(STDERR_FILENO) != 0,
+                                [&view] { return view.isWorking; });
+        view.progress.onCancel = [&view] { view.cancelCapture(); };
+        view.takeShots();
+        processEventsUntil(
+            [&] {
+                if (stop.take() && !stopped) {
+                    stopped = true;
+                    view.progress.onCancel();  // the Stop button, on this (the UI) thread
+                }
+                return !view.isWorking && (!view.captureTask || view.captureTask->isDone());
+            },
+            std::chrono::hours(24));
+        lastShown = printer.shown();
+    }
+
+    // The target goes back to its own language after the run; wait for that before leaving.
+    if (revertFollows) {
+        *context.err << "Putting " << chosen->appName << " back in its own language\u2026\n";
+        view.selectedTargetID.reset();
+        processEventsUntil([&] { return view.selectedTargetID.has_value() || stop.take(); }, 30s);
+    }
+    if (launchedBundle && (*live)->display().isHeadless()) {
+        for (const auto& app : env.processes->runningApplications(*launchedBundle))
+            env.processes->terminate(app.pid);
+    }
+
+    if (lastShown != view.progress.statusMessage())
+        *context.err << view.progress.statusMessage() << "\n";
+    const bool saved = view.lastRunRoot && view.lastRunRoot != runRootBefore &&
+                       view.progress.statusMessage().rfind("Saved ", 0) == 0;
+    if (!saved)
+        return stopped ? 130 : exitFailure;
+    if (args.contactSheet) {
+        std::vector<std::string> order;
+        for (const auto& language : view.languages)
+            order.push_back(language.code);
+        const std::filesystem::path root(*view.lastRunRoot);
+        if (!writeContactSheet(root, root.filename().string(), runPictures(root, order)))
+            *context.err << "zephyrdock shoot: cannot write " << (root / "index.html") << "\n";
+    }
+    *context.out << *view.lastRunRoot << "\n";
+    return exitSuccess;
+}
+
+}  // namespace
+
 void addShootCommand(CLI::App& app, Context& context) {
+    auto& args = context.makeArguments<ShootArguments>();
     auto* command = app.add_subcommand(
         "shoot",
         "Capture the target in every planned language and appearance and save the pictures");
     command->footer(
         "Relaunches the target in each language, switches between Light and Dark, counts down, "
         "captures the window and writes the composed PNG files into a new run folder under the "
-        "save folder. The system's appearance and the target's language are put back afterwards.");
-    command->callback([&context] { context.exitCode = reportNotYetAvailable(context, "shoot"); });
+        "save folder. The system's appearance and the target's language are put back afterwards.\n"
+        "Every option overrides the stored setting for this run only, unless --save-settings. "
+        "Progress goes to stderr; the run folder is printed on stdout. Ctrl-C stops the run as "
+        "the Stop button does. Exit status: 0 saved, 1 failed, 2 bad arguments, 130 stopped.");
+    auto* target = command->add_option(
+        "--target", args.target, "The window: its number, application name or title (see targets)");
+    command
+        ->add_option("--launch", args.launch,
+                     "Start this command and take its first window as the target")
+        ->excludes(target);
+    args.overrides.addOptions(*command, true);
+    command->add_flag("--headless", args.headless,
+                      "Run on a private headless display even when the user's answers");
+    command->add_flag("--save-settings", args.saveSettings,
+                      "Store the given options as the settings of the next runs");
+    command->add_flag("--reveal", args.reveal, "Open the run folder in the file manager after");
+    command->add_flag("--contact-sheet", args.contactSheet,
+                      "Write an index.html of the pictures into the run folder");
+    command->callback([&context, &args] { context.exitCode = shoot(context, args); });
 }
 
 }  // namespace zd::cli

@@ -1,0 +1,25 @@
+#pragma once
+// An index.html beside a set of pictures: each picture in order with its label, so a run or a
+// preview can be looked over in a browser at once.
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace zd::cli {
+
+struct SheetPicture {
+    std::string file;  // relative to the sheet's folder
+    std::string label;
+};
+
+// Writes `folder`/index.html; false when it can't be written.
+bool writeContactSheet(const std::filesystem::path& folder, const std::string& title,
+                       const std::vector<SheetPicture>& pictures);
+
+// The PNG files under a run folder, in the order of the run: language folders in the order
+// given (others after them, by name), Light before Dark.
+std::vector<SheetPicture> runPictures(const std::filesystem::path& runRoot,
+                                      const std::vector<std::string>& languageOrder);
+
+}  // namespace zd::cli

@@ -1,0 +1,51 @@
+#pragma once
+// Where the command line's live commands run: the user's display when one answers, else (or
+// with --headless) a private headless desktop started for this command and torn down when the
+// object goes, on every way out. It holds the Linux environment built over that display.
+
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "ConsoleDialogBackend.h"
+#include "common/PlatformEnvironment.h"
+#include "linux/HeadlessSession.h"
+#include "model/Expected.h"
+
+namespace zd::cli {
+
+class DisplaySession {
+  public:
+    struct Options {
+        bool headless = false;  // a private display even when the user's answers
+        std::optional<std::string> settingsFile;
+        bool revealFolders = false;
+    };
+
+    // The text says why there is no display: none reachable and the private one didn't start.
+    static Expected<std::unique_ptr<DisplaySession>, std::string> open(const Options& options,
+                                                                       std::ostream& err);
+    ~DisplaySession();
+    DisplaySession(const DisplaySession&) = delete;
+    DisplaySession& operator=(const DisplaySession&) = delete;
+
+    Environment& environment() { return platform_->environment(); }
+    ResourceBundle& resourceBundle() { return platform_->resourceBundle(); }
+    bool isHeadless() const { return session_ != nullptr; }
+    // The whole environment for a program started on this display.
+    std::vector<std::string> childEnvironment() const;
+
+  private:
+    DisplaySession(std::unique_ptr<x11::HeadlessSession> session,
+                   std::unique_ptr<PlatformEnvironment> platform, std::ostream& err,
+                   bool revealFolders);
+
+    // Declared first so it goes last: the environment's connection closes before its display.
+    std::unique_ptr<x11::HeadlessSession> session_;
+    std::unique_ptr<PlatformEnvironment> platform_;
+    ConsoleDialogBackend dialogs_;
+};
+
+}  // namespace zd::cli

@@ -1,0 +1,42 @@
+#pragma once
+// The progress panel on a terminal: the headline (the stage, else the status), the countdown
+// and the count of shots, as one line that is redrawn in place on a terminal and as plain
+// lines, one per change, when the output goes to a file or a pipe.
+
+#include <functional>
+#include <ostream>
+#include <string>
+
+#include "ui/CaptureProgressModel.h"
+
+namespace zd::cli {
+
+class ProgressPrinter {
+  public:
+    // Draws while `showing` holds: the run's own resets after it ended aren't progress.
+    ProgressPrinter(CaptureProgressModel& model, std::ostream& out, bool isTerminal,
+                    std::function<bool()> showing);
+    ~ProgressPrinter();
+    ProgressPrinter(const ProgressPrinter&) = delete;
+    ProgressPrinter& operator=(const ProgressPrinter&) = delete;
+
+    // The line for the model as it is now.
+    static std::string lineFor(const CaptureProgressModel& model);
+    // The last line drawn.
+    const std::string& shown() const { return shown_; }
+    // Ends the line being redrawn, so what follows starts on a line of its own.
+    void finish();
+
+  private:
+    void update();
+
+    CaptureProgressModel& model_;
+    std::ostream& out_;
+    bool isTerminal_;
+    std::function<bool()> showing_;
+    CaptureProgressModel::SubscriptionId subscription_;
+    std::string shown_;
+    bool lineOpen_ = false;
+};
+
+}  // namespace zd::cli

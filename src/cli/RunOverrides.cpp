@@ -1,0 +1,266 @@
+#include "RunOverrides.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <filesystem>
+#include <regex>
+
+#include "env/SettingsStore.h"
+#include "model/Preferences.h"
+#include "ui/ContentView.h"
+
+namespace zd::cli {
+
+namespace {
+
+const std::vector<std::string> hideable{"battery", "wifi", "spotlight", "control-center"};
+
+std::optional<Color> parseColor(const std::string& text) {
+    static const std::regex form("#?([0-9a-fA-F]{6})([0-9a-fA-F]{2})?");
+    std::smatch match;
+    if (!std::regex_match(text, match, form))
+        return std::nullopt;
+    auto channel = [](const std::string& hex, std::size_t at) {
+        return std::stoi(hex.substr(at, 2), nullptr, 16) / 255.0;
+    };
+    const std::string rgb = match[1];
+    const double alpha = match[2].matched ? channel(match[2], 0) : 1.0;
+    return Color{channel(rgb, 0), channel(rgb, 2), channel(rgb, 4), alpha};
+}
+
+// A preset by its pixel size ("1280x800") or "current"; any other WxH is a custom canvas.
+Expected<void, std::string> applyCanvas(const std::string& text, ContentView& view,
+                                        std::ostream& warnings) {
+    static const std::vector<std::pair<std::string, OutputSize>> presets{
+        {"2880x1800", OutputSize::mas2880},
+        {"2560x1600", OutputSize::mas2560},
+        {"1440x900", OutputSize::mas1440},
+        {"1280x800", OutputSize::mas1280},
+        {"current", OutputSize::current}};
+    for (const auto& [name, preset] : presets) {
+        if (text == name) {
+            view.outputSize = preset;
+            return {};
+        }
+    }
+    static const std::regex form("\\s*(-?[0-9]{1,9})\\s*(?:x|X|\u00d7)\\s*(-?[0-9]{1,9})\\s*");
+    std::smatch match;
+    if (!std::regex_match(text, match, form)) {
+        return unexpected("--canvas: \"" + text +
+                          "\" is neither WIDTHxHEIGHT nor one of 2880x1800, 2560x1600, "
+                          "1440x900, 1280x800, current");
+    }
+    int width = std::stoi(match[1]);
+    int height = std::stoi(match[2]);
+    if (width < 1 || height < 1) {
+        warnings << "zephyrdock: warning: a canvas of " << width << "\u00d7" << height
+                 << " is raised to " << std::max(width, 1) << "\u00d7" << std::max(height, 1)
+                 << "\n";
+        width = std::max(width, 1);
+        height = std::max(height, 1);
+    }
+    view.outputSize = OutputSize::custom;
+    view.customCanvasWidth = width;
+    view.customCanvasHeight = height;
+    return {};
+}
+
+}  // namespace
+
+void RunOverrides::addOptions(CLI::App& command, bool forRun) {
+    command.add_option("--scope", scope, "single: one window; all: every visible window")
+        ->check(CLI::IsMember({"single", "all"}));
+    command
+        .add_option("--languages", languages,
+                    "Language codes, in order (de fr ja …); \"none\" for the target's current "
+                    "language")
+        ->expected(1, -1);
+    command.add_option("--appearances", appearances, "light, dark or both")
+        ->check(CLI::IsMember({"light", "dark"}))
+        ->expected(1, 2);
+    command.add_option("--canvas", canvas,
+                       "2880x1800, 2560x1600, 1440x900, 1280x800, current, or any WIDTHxHEIGHT");
+    command.add_option("--shadow", shadow, "Draw the window's shadow (true or false)");
+    command.add_option("--background", background, "The background of both appearances")
+        ->check(CLI::IsMember({"transparent", "color", "image"}));
+    command.add_option("--background-color", backgroundColor,
+                       "Fill colour as #RRGGBB or #RRGGBBAA (implies --background color)");
+    command.add_option("--background-image", backgroundImage,
+                       "Picture file for the background (implies --background image)");
+    command.add_option("--menu-bar", menuBar, "Draw the synthetic menu bar (true or false)");
+    command.add_option("--menu-bar-background", menuBarBackground,
+                       "Give the menu bar its translucent strip (true or false)");
+    command.add_option("--clock", clock, "The menu bar's clock text (default \"9:41 AM\")");
+    command.add_option("--battery", battery, "The battery level shown, in percent")
+        ->check(CLI::Range(0, 100));
+    command.add_option("--hide", hide, "Leave these out of the menu bar")
+        ->check(CLI::IsMember(hideable))
+        ->expected(1, -1);
+    command.add_flag("--real-accessories", realAccessories,
+                     "Keep the captured right side of the menu bar instead of the drawn one");
+    if (!forRun)
+        return;
+    command.add_option("--size", sizePreset, "How the target window is sized before capture")
+        ->check(CLI::IsMember({"half", "threeQ", "full", "current"}));
+    command.add_option("--countdown", countdown, "Seconds to pose the window before capture")
+        ->check(CLI::Range(0, 3600));
+    command.add_flag("--countdown-after-relaunch", countdownAfterRelaunch,
+                     "Count down again after each language switch");
+    command
+        .add_option("--destination", destination,
+                    "new: a new run folder; group: join the last run (with --variant)")
+        ->check(CLI::IsMember({"new", "group"}));
+    command.add_option("--variant", variant, "Name prefix of the files within a group");
+    command.add_option("--save-folder", saveFolder, "Folder under which run folders are made");
+}
+
+Expected<void, std::string> RunOverrides::applyTo(ContentView& view, std::ostream& warnings) const {
+    // Contradictions first, before anything changes.
+    if (!backgroundImage.empty() && !background.empty() && background != "image")
+        return unexpected(std::string("--background-image contradicts --background ") + background);
+    if (!backgroundColor.empty() && !background.empty() && background != "color")
+        return unexpected(std::string("--background-color contradicts --background ") + background);
+    if (!backgroundImage.empty() && !backgroundColor.empty())
+        return unexpected(std::string("--background-image contradicts --background-color"));
+    if (!variant.empty() && destination == "new")
+        return unexpected(
+            std::string("--variant names files within a group; it contradicts --destination new"));
+    if (languages.size() > 1 && std::count(languages.begin(), languages.end(), "none") > 0)
+        return unexpected(std::string("--languages none contradicts the other language codes"));
+
+    if (!scope.empty())
+        view.captureScope = *fromRawValue<CaptureScope>(scope);
+    if (!languages.empty()) {
+        view.languages.clear();
+        for (const auto& code : languages) {
+            if (code != "none")
+                view.languages.push_back(LanguageCatalog::selection(code));
+        }
+    }
+    if (!appearances.empty()) {
+        view.enabledAppearances.clear();
+        for (const auto& mode : appearances)
+            view.enabledAppearances.insert(*fromRawValue<AppearanceMode>(mode));
+    }
+    if (!sizePreset.empty())
+        view.sizePreset = *fromRawValue<WindowSizePreset>(sizePreset);
+    if (!canvas.empty()) {
+        if (auto applied = applyCanvas(canvas, view, warnings); !applied)
+            return applied;
+    }
+    if (countdown)
+        view.countdownSeconds = *countdown;
+    if (countdownAfterRelaunch)
+        view.countdownAfterRelaunch = true;
+    if (shadow)
+        view.windowShadow = *shadow;
+
+    std::optional<BackgroundKind> kind;
+    if (!background.empty())
+        kind = fromRawValue<BackgroundKind>(background);
+    std::optional<Color> fill;
+    if (!backgroundColor.empty()) {
+        fill = parseColor(backgroundColor);
+        if (!fill)
+            return unexpected("--background-color: \"" + backgroundColor +
+                              "\" is not a colour of the form #RRGGBB");
+        kind = BackgroundKind::color;
+    }
+    std::optional<std::string> picture;
+    if (!backgroundImage.empty()) {
+        std::error_code error;
+        auto absolute = std::filesystem::absolute(backgroundImage, error);
+        picture = error ? backgroundImage : absolute.string();
+        kind = BackgroundKind::image;
+        if (!std::filesystem::is_regular_file(*picture, error)) {
+            warnings << "zephyrdock: warning: the background picture " << *picture
+                     << " doesn't exist; the background falls back to its fill colour\n";
+        }
+    }
+    for (BackgroundChoice* choice : {&view.lightBackground, &view.darkBackground}) {
+        if (kind)
+            choice->kind = *kind;
+        if (fill)
+            choice->fillColor = *fill;
+        if (picture)
+            choice->url = picture;
+    }
+
+    if (menuBar)
+        view.menuBar.visible = *menuBar;
+    if (menuBarBackground)
+        view.menuBar.hasBackground = *menuBarBackground;
+    if (!clock.empty())
+        view.menuBar.clockText = clock;
+    if (battery)
+        view.menuBar.batteryPercent = *battery;
+    for (const auto& item : hide) {
+        if (item == "battery")
+            view.menuBar.showBattery = false;
+        else if (item == "wifi")
+            view.menuBar.showWiFi = false;
+        else if (item == "spotlight")
+            view.menuBar.showSpotlight = false;
+        else if (item == "control-center")
+            view.menuBar.showControlCenter = false;
+    }
+    if (realAccessories)
+        view.menuBar.replaceAccessories = false;
+    if (!destination.empty())
+        view.destinationMode = *fromRawValue<DestinationMode>(destination);
+    if (!variant.empty()) {
+        view.destinationMode = DestinationMode::group;
+        view.variantName = variant;
+    }
+    return {};
+}
+
+void RunOverrides::store(const ContentView& view, SettingsStore& settings) const {
+    namespace Keys = Preferences::Keys;
+    auto set = [&settings](std::string_view key, Value value) {
+        settings.setObject(value, std::string(key));
+    };
+    if (!scope.empty())
+        set(Keys::captureScope, rawString(view.captureScope));
+    if (!sizePreset.empty())
+        set(Keys::windowSizePreset, rawString(view.sizePreset));
+    if (!appearances.empty()) {
+        set(Keys::captureLight, view.enabledAppearances.count(AppearanceMode::light) > 0);
+        set(Keys::captureDark, view.enabledAppearances.count(AppearanceMode::dark) > 0);
+    }
+    if (countdown)
+        set(Keys::countdownSeconds, view.countdownSeconds);
+    if (countdownAfterRelaunch)
+        set(Keys::countdownAfterRelaunch, true);
+    if (!languages.empty()) {
+        ValueArray codes;
+        for (const auto& language : view.languages)
+            codes.emplace_back(language.code);
+        set(Keys::languageCodes, std::move(codes));
+    }
+    if (!canvas.empty()) {
+        set(Keys::outputSize, rawString(view.outputSize));
+        if (view.outputSize == OutputSize::custom) {
+            set(Keys::customCanvasWidth, view.customCanvasWidth);
+            set(Keys::customCanvasHeight, view.customCanvasHeight);
+        }
+    }
+    if (shadow)
+        set(Keys::windowShadow, view.windowShadow);
+    if (!background.empty() || !backgroundColor.empty() || !backgroundImage.empty()) {
+        set(Keys::lightBackgroundKind, rawString(view.lightBackground.kind));
+        set(Keys::darkBackgroundKind, rawString(view.darkBackground.kind));
+    }
+    if (!backgroundImage.empty()) {
+        Preferences::setURL(settings, view.lightBackground.url, Keys::lightBackgroundURL);
+        Preferences::setURL(settings, view.darkBackground.url, Keys::darkBackgroundURL);
+    }
+    if (!saveFolder.empty()) {
+        std::error_code error;
+        auto absolute = std::filesystem::absolute(saveFolder, error);
+        Preferences::setURL(settings, error ? saveFolder : absolute.string(), Keys::saveFolderURL);
+    }
+}
+
+}  // namespace zd::cli

@@ -1,0 +1,85 @@
+#include "TargetLauncher.h"
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cstring>
+#include <set>
+
+#include "OffscreenGui.h"
+#include "ui/ContentView.h"
+
+namespace zd::cli {
+
+Expected<TargetLauncher, std::string> TargetLauncher::start(
+    const std::string& command, const std::vector<std::string>& environment) {
+    // "exec" so the shell becomes the program and the pid is the program's own.
+    std::vector<std::string> words{"/bin/sh", "-c", "exec " + command};
+    std::vector<char*> argv;
+    for (auto& word : words)
+        argv.push_back(word.data());
+    argv.push_back(nullptr);
+    std::vector<std::string> variables = environment;
+    std::vector<char*> envp;
+    for (auto& variable : variables)
+        envp.push_back(variable.data());
+    envp.push_back(nullptr);
+
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
+    pid_t pid = 0;
+    const int error = posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), envp.data());
+    posix_spawn_file_actions_destroy(&actions);
+    if (error != 0)
+        return unexpected("cannot start \"" + command + "\": " + std::strerror(error));
+    return TargetLauncher(pid, command);
+}
+
+Expected<void, std::string> TargetLauncher::selectFirstWindow(ContentView& view,
+                                                              const std::function<bool()>& stopped,
+                                                              std::chrono::seconds limit) {
+    view.reloadTargets();
+    std::set<std::uint32_t> before;
+    for (const auto& target : view.targets)
+        before.insert(target.id);
+
+    bool ended = false;
+    int status = 0;
+    auto nextLook = std::chrono::steady_clock::now();
+    auto found = [&] {
+        if (stopped())
+            return true;
+        if (std::chrono::steady_clock::now() < nextLook)
+            return false;
+        nextLook = std::chrono::steady_clock::now() + std::chrono::milliseconds(200);
+        if (!ended && waitpid(pid_, &status, WNOHANG) == pid_)
+            ended = true;
+        view.reloadTargets();
+        for (const auto& target : view.targets) {
+            if (target.pid == pid_ || (ended && before.count(target.id) == 0)) {
+                view.selectedTargetID = target.id;
+                return true;
+            }
+        }
+        // A program that failed leaves no window to wait for.
+        return ended && WIFEXITED(status) && WEXITSTATUS(status) != 0;
+    };
+    const bool done = processEventsUntil(found, limit);
+    if (stopped())
+        return unexpected(std::string("stopped while waiting for a window"));
+    if (view.selectedTargetID)
+        return {};
+    if (!done) {
+        return unexpected("\"" + command_ + "\" showed no window within " +
+                          std::to_string(limit.count()) + " seconds");
+    }
+    return unexpected("\"" + command_ + "\" ended (exit status " +
+                      std::to_string(WEXITSTATUS(status)) + ") without a window");
+}
+
+}  // namespace zd::cli

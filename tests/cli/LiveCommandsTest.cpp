@@ -1,0 +1,226 @@
+// The live commands end to end on a private headless desktop with gedit open in it: targets,
+// spaces, a small shoot, Ctrl-C during the countdown, and the bad inputs of a run.
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <QGuiApplication>
+#include <QImage>
+#include <chrono>
+#include <regex>
+#include <thread>
+
+#include "CliRunner.h"
+#include "linux/HeadlessSession.h"
+
+namespace zd {
+namespace {
+
+using namespace std::chrono_literals;
+
+bool waitFor(const std::function<bool()>& ready, std::chrono::milliseconds limit) {
+    const auto end = std::chrono::steady_clock::now() + limit;
+    while (std::chrono::steady_clock::now() < end) {
+        if (ready())
+            return true;
+        std::this_thread::sleep_for(100ms);
+    }
+    return false;
+}
+
+pid_t spawnIn(const std::vector<std::string>& environment, std::vector<std::string> words,
+              const std::string& output) {
+    std::vector<char*> argv;
+    for (auto& word : words)
+        argv.push_back(word.data());
+    argv.push_back(nullptr);
+    std::vector<std::string> variables = environment;
+    std::vector<char*> envp;
+    for (auto& variable : variables)
+        envp.push_back(variable.data());
+    envp.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, 1, output.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
+                                     0600);
+    posix_spawn_file_actions_addopen(&actions, 2, (output + ".err").c_str(),
+                                     O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    pid_t pid = 0;
+    const int error = posix_spawnp(&pid, argv[0], &actions, nullptr, argv.data(), envp.data());
+    posix_spawn_file_actions_destroy(&actions);
+    return error == 0 ? pid : 0;
+}
+
+int exitCodeOf(pid_t pid) {
+    int status = 0;
+    waitpid(pid, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+class LiveCommands : public testing::Test {
+  public:
+    static void SetUpTestSuite() {
+        auto started = x11::HeadlessSession::start();
+        if (!started) {
+            failure_ = started.error();
+            return;
+        }
+        session_ = std::move(*started);
+        // Two windows of one application, so a name can be ambiguous.
+        const auto log = (session_->directory() / "gedit.log").string();
+        gedit_ = spawnIn(session_->childEnvironment(), {"gedit"}, log);
+        std::this_thread::sleep_for(1500ms);
+        spawnIn(session_->childEnvironment(), {"gedit", "--new-window"}, log + "2");
+    }
+    static void TearDownTestSuite() {
+        if (gedit_ > 0) {
+            kill(gedit_, SIGKILL);
+            waitpid(gedit_, nullptr, 0);
+        }
+        session_.reset();
+    }
+
+  protected:
+    void SetUp() override {
+        if (!session_)
+            GTEST_SKIP() << "no headless session: " << failure_;
+    }
+    std::vector<std::string> environment() const { return session_->childEnvironment(); }
+    test::CliResult run(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), {"--settings-file", cli.settingsPath()});
+        return cli.run(arguments, environment());
+    }
+    std::vector<std::string> targetLines() const {
+        std::vector<std::string> lines;
+        waitFor(
+            [&] {
+                lines.clear();
+                std::istringstream out(run({"targets"}).out);
+                for (std::string line; std::getline(out, line);)
+                    lines.push_back(line);
+                return lines.size() >= 2;
+            },
+            20s);
+        return lines;
+    }
+    std::string colorScheme() const {
+        const auto file = (cli.home.path() / "scheme.txt").string();
+        exitCodeOf(spawnIn(environment(),
+                           {"gsettings", "get", "org.gnome.desktop.interface", "color-scheme"},
+                           file));
+        return test::CliRunner::read(file);
+    }
+
+    test::CliRunner cli;
+    static inline std::unique_ptr<x11::HeadlessSession> session_;
+    static inline std::string failure_;
+    static inline pid_t gedit_ = 0;
+};
+
+TEST_F(LiveCommands, TargetsAndSpacesListWhatTheWindowPickersShow) {
+    auto lines = targetLines();
+    ASSERT_EQ(lines.size(), 2u);
+    for (const auto& line : lines)
+        EXPECT_TRUE(
+            std::regex_match(line, std::regex("[0-9]+ +gedit \u2014 .+", std::regex::icase)))
+            << line;
+
+    auto rows = run({"targets", "--all-windows"});
+    EXPECT_EQ(rows.exitCode, 0);
+    EXPECT_NE(rows.out.find("gedit"), std::string::npos) << rows.out;
+
+    auto spaces = run({"spaces"});
+    EXPECT_EQ(spaces.exitCode, 0) << spaces.err;
+    EXPECT_NE(spaces.out.find("Desktop 1 (current)"), std::string::npos) << spaces.out;
+}
+
+TEST_F(LiveCommands, ShootsOneSmallPictureOfAWindowByNumber) {
+    auto lines = targetLines();
+    ASSERT_FALSE(lines.empty());
+    const std::string id = lines.front().substr(0, lines.front().find(' '));
+    const auto folder = cli.home.path() / "Shots";
+    auto result =
+        run({"shoot", "--target", id, "--languages", "none", "--appearances", "dark", "--canvas",
+             "640x400", "--countdown", "0", "--save-folder", folder.string(), "--contact-sheet"});
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_NE(result.err.find("Saved 1 shot to "), std::string::npos) << result.err;
+    const std::filesystem::path runRoot(result.out.substr(0, result.out.find('\n')));
+    EXPECT_EQ(runRoot.parent_path(), folder);
+    EXPECT_TRUE(std::filesystem::exists(runRoot / "index.html"));
+
+    std::vector<std::filesystem::path> pictures;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(runRoot)) {
+        if (entry.path().extension() == ".png")
+            pictures.push_back(entry.path());
+    }
+    ASSERT_EQ(pictures.size(), 1u);
+    EXPECT_EQ(pictures.front().filename(), "dark.png");
+    EXPECT_EQ(QImage(QString::fromStdString(pictures.front().string())).size(), QSize(640, 400));
+    // Flags change this run only.
+    EXPECT_FALSE(std::filesystem::exists(cli.settingsPath()));
+}
+
+TEST_F(LiveCommands, CtrlCDuringTheCountdownStopsBeforeCaptureAndPutsEverythingBack) {
+    ASSERT_FALSE(targetLines().empty());
+    const auto schemeBefore = colorScheme();
+    const auto folder = cli.home.path() / "Stopped";
+    const auto output = (cli.home.path() / "shoot.txt").string();
+    pid_t pid =
+        spawnIn(environment(),
+                {test::CliRunner::executable(), "--settings-file", cli.settingsPath(), "shoot",
+                 "--target", "Untitled Document 1", "--languages", "none", "--countdown", "30",
+                 "--canvas", "640x400", "--save-folder", folder.string()},
+                output);
+    ASSERT_GT(pid, 0);
+    const bool counting = waitFor(
+        [&] { return test::CliRunner::read(output + ".err").find("[2") != std::string::npos; },
+        30s);
+    kill(pid, SIGINT);
+    const int exitCode = exitCodeOf(pid);
+    const auto err = test::CliRunner::read(output + ".err");
+    ASSERT_TRUE(counting) << err;
+    EXPECT_EQ(exitCode, 130) << err;
+    EXPECT_NE(err.find("Stopped before capture started."), std::string::npos) << err;
+    EXPECT_FALSE(std::filesystem::exists(folder) && !std::filesystem::is_empty(folder));
+    EXPECT_EQ(colorScheme(), schemeBefore);
+}
+
+struct BadShoot {
+    const char* name;
+    std::vector<std::string> arguments;
+    int exitCode;
+    const char* message;
+};
+
+TEST_F(LiveCommands, BadInputGetsOneClearLineAndANonZeroExit) {
+    ASSERT_FALSE(targetLines().empty());
+    const std::vector<BadShoot> cases{
+        {"unknown target", {"--target", "no-such-window"}, 1, "no window matches"},
+        {"ambiguous target", {"--target", "gedit"}, 1, "matches 2 windows"},
+        {"unwritable save folder",
+         {"--target", "Untitled Document 1", "--save-folder", "/proc/zd-cannot-write"},
+         1,
+         "Save failed: "},
+        {"two targets", {"--target", "gedit", "--launch", "gedit"}, 2, "excludes"},
+        {"variant without a group",
+         {"--target", "gedit", "--variant", "v", "--destination", "new"},
+         2,
+         "contradicts"},
+    };
+    for (const auto& bad : cases) {
+        std::vector<std::string> arguments{"shoot",         "--languages", "none",
+                                           "--appearances", "light",       "--canvas",
+                                           "320x200",       "--countdown", "0"};
+        arguments.insert(arguments.end(), bad.arguments.begin(), bad.arguments.end());
+        if (std::string(bad.name) != "unwritable save folder") {
+            arguments.push_back("--save-folder");
+            arguments.push_back(cli.home.path().string());
+        }
+        auto result = run(arguments);
+        EXPECT_EQ(result.exitCode, bad.exitCode) << bad.name << ": " << result.err;
+        EXPECT_NE(result.err.find(bad.message), std::string::npos)
+            << bad.name << ": " << result.err;
+    }
+}
+
+}  // namespace
+}  // namespace zd

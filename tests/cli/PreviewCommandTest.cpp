@@ -1,0 +1,68 @@
+// `zephyrdock preview`: placeholder tiles in the order of the plan with a contact sheet, and
+// the fallbacks for a missing background picture and a canvas of no size.
+#include <gtest/gtest.h>
+
+#include <QImage>
+
+#include "CliRunner.h"
+
+namespace zd {
+namespace {
+
+TEST(PreviewCommand, WritesOneTilePerPlannedPictureAndAContactSheetInPlanOrder) {
+    test::CliRunner cli;
+    const auto folder = cli.home.path() / "preview";
+    auto result = cli.run({"preview", "--out", folder.string(), "--languages", "de", "ja",
+                           "--appearances", "light", "dark"});
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    const std::vector<std::string> ids{"de-light", "de-dark", "ja-light", "ja-dark"};
+    const auto sheet = test::CliRunner::read((folder / "index.html").string());
+    std::size_t previous = 0;
+    for (const auto& id : ids) {
+        QImage tile(QString::fromStdString((folder / (id + ".png")).string()));
+        ASSERT_FALSE(tile.isNull()) << id;
+        EXPECT_EQ(tile.size(), QSize(720, 450)) << id;  // 2880 × 1800 scaled to 720
+        const auto at = sheet.find(id + ".png");
+        ASSERT_NE(at, std::string::npos) << id;
+        EXPECT_GT(at, previous) << id;
+        previous = at;
+    }
+    EXPECT_NE(sheet.find("German (de) \u2014 light"), std::string::npos);
+    EXPECT_NE(QImage(QString::fromStdString((folder / "de-light.png").string())),
+              QImage(QString::fromStdString((folder / "de-dark.png").string())));
+}
+
+struct Fallback {
+    std::vector<std::string> arguments;
+    int exitCode;
+    const char* message;
+    QSize tile;  // QSize(0, 0): no tile written
+};
+
+TEST(PreviewCommand, BadValuesFallBackWithAWarningOrAreRefused) {
+    const std::vector<Fallback> cases{
+        {{"--background-image", "/no/such/picture.png"}, 0, "falls back", QSize(720, 450)},
+        {{"--canvas", "0x-5"}, 0, "raised to 1\u00d71", QSize(1, 1)},
+        {{"--canvas", "wide"}, 2, "neither WIDTHxHEIGHT", QSize(0, 0)},
+        {{"--background", "color", "--background-image", "/tmp/x.png"},
+         2,
+         "contradicts",
+         QSize(0, 0)},
+        {{"--background-color", "red"}, 2, "not a colour", QSize(0, 0)},
+    };
+    for (const auto& fallback : cases) {
+        test::CliRunner cli;
+        const auto folder = cli.home.path() / "tiles";
+        std::vector<std::string> arguments{"preview", "--out", folder.string(), "--appearances",
+                                           "light"};
+        arguments.insert(arguments.end(), fallback.arguments.begin(), fallback.arguments.end());
+        auto result = cli.run(arguments);
+        EXPECT_EQ(result.exitCode, fallback.exitCode) << fallback.message << result.err;
+        EXPECT_NE(result.err.find(fallback.message), std::string::npos) << result.err;
+        QImage tile(QString::fromStdString((folder / "current-light.png").string()));
+        EXPECT_EQ(tile.size(), fallback.tile) << fallback.message;
+    }
+}
+
+}  // namespace
+}  // namespace zd
