@@ -13,8 +13,14 @@ namespace zd {
 // Which windows the list holds (the window server's raw option values).
 enum class WindowListOption : std::uint32_t {
     allWindows = 0,
+    onScreenOnly = 1,             // only windows that are shown now
     excludeDesktopElements = 16,  // no desktop background or icons
 };
+
+// The options are flags: a request may combine them.
+constexpr bool hasOption(WindowListOption options, WindowListOption flag) {
+    return (static_cast<std::uint32_t>(options) & static_cast<std::uint32_t>(flag)) != 0;
+}
 
 class WindowListBackend {
   public:
