@@ -146,6 +146,10 @@ int shoot(Context& context, const ShootArguments& args) {
         lastShown = printer.shown();
     }
 
+    const bool saved = view.lastRunRoot && view.lastRunRoot != runRootBefore &&
+                       view.progress.statusMessage().rfind("Saved ", 0) == 0;
+    if (lastShown != view.progress.statusMessage())
+        *context.err << view.progress.statusMessage() << "\n";
     // The target goes back to its own language after the run; wait for that before leaving.
     if (revertFollows) {
         *context.err << "Putting " << chosen->appName << " back in its own language\u2026\n";
@@ -157,10 +161,6 @@ int shoot(Context& context, const ShootArguments& args) {
             env.processes->terminate(app.pid);
     }
 
-    if (lastShown != view.progress.statusMessage())
-        *context.err << view.progress.statusMessage() << "\n";
-    const bool saved = view.lastRunRoot && view.lastRunRoot != runRootBefore &&
-                       view.progress.statusMessage().rfind("Saved ", 0) == 0;
     if (!saved)
         return stopped ? 130 : exitFailure;
     if (args.contactSheet) {
