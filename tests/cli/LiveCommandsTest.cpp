@@ -1,5 +1,6 @@
 // The live commands end to end on a private headless desktop with gedit open in it: targets,
-// spaces, a small shoot, Ctrl-C during the countdown, and the bad inputs of a run.
+// spaces, a small shoot, Ctrl-C during the countdown, and the bad inputs of a run (one of which
+// stores its flags).
 #include <gtest/gtest.h>
 #include <signal.h>
 
@@ -215,11 +216,16 @@ TEST_F(LiveCommands, BadInputGetsOneClearLineAndANonZeroExit) {
             arguments.push_back("--save-folder");
             arguments.push_back(cli.home.path().string());
         }
+        if (std::string(bad.name) == "unwritable save folder")
+            arguments.push_back("--save-settings");  // stored although the run then fails
         auto result = run(arguments);
         EXPECT_EQ(result.exitCode, bad.exitCode) << bad.name << ": " << result.err;
         EXPECT_NE(result.err.find(bad.message), std::string::npos)
             << bad.name << ": " << result.err;
     }
+    const auto stored = test::CliRunner::read(cli.settingsPath());
+    EXPECT_NE(stored.find("\"customCanvasWidth\": 320"), std::string::npos) << stored;
+    EXPECT_NE(stored.find("\"captureDark\": false"), std::string::npos) << stored;
 }
 
 }  // namespace
