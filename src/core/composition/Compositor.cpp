@@ -171,14 +171,18 @@ Image render(const Inputs& inputs, const Environment& env) {
     return render(inputs, Platform{*env.canvases, *env.images, screen, barPts});
 }
 
-Expected<void, OutputError> writePNG(const Image& image, const std::filesystem::path& path,
-                                     const ImageCodec& codec) {
+Expected<std::vector<std::uint8_t>, OutputError> encodePNG(const Image& image,
+                                                           const ImageCodec& codec) {
     if (image.isNull())
         return unexpected(OutputError::couldNotEncodePNG());
-    const auto data = codec.encodePNG(image);
+    auto data = codec.encodePNG(image);
     if (!data || data->empty())
         return unexpected(OutputError::couldNotEncodePNG());
+    return std::move(*data);
+}
 
+Expected<void, OutputError> writeEncodedPNG(const std::vector<std::uint8_t>& data,
+                                            const std::filesystem::path& path) {
     std::error_code ec;
     if (path.has_parent_path()) {
         std::filesystem::create_directories(path.parent_path(), ec);
@@ -188,8 +192,8 @@ Expected<void, OutputError> writePNG(const Image& image, const std::filesystem::
     errno = 0;
     std::ofstream out(path, std::ios::binary | std::ios::trunc);
     if (out) {
-        out.write(reinterpret_cast<const char*>(data->data()),
-                  static_cast<std::streamsize>(data->size()));
+        out.write(reinterpret_cast<const char*>(data.data()),
+                  static_cast<std::streamsize>(data.size()));
         out.close();
     }
     if (!out) {
@@ -198,6 +202,14 @@ Expected<void, OutputError> writePNG(const Image& image, const std::filesystem::
             OutputError::fromErrorCode(std::error_code(err, std::generic_category())));
     }
     return {};
+}
+
+Expected<void, OutputError> writePNG(const Image& image, const std::filesystem::path& path,
+                                     const ImageCodec& codec) {
+    auto data = encodePNG(image, codec);
+    if (!data)
+        return unexpected(data.error());
+    return writeEncodedPNG(*data, path);
 }
 
 double realMenuBarHeightPts(const std::optional<std::vector<Value>>& onScreenWindows) {

@@ -72,6 +72,11 @@ Layout layout(const Inputs& inputs, const std::optional<ScreenInfo>& mainScreen,
 
 // Encodes as PNG and writes to `path`, creating missing parent folders. Fails with
 // "Could not encode PNG" (domain "Zephyrdock", code 1), or with the file system's error.
+// The two halves of writePNG: encoding (pure, safe on any thread) and writing the bytes.
+Expected<std::vector<std::uint8_t>, OutputError> encodePNG(const Image& image,
+                                                           const ImageCodec& codec);
+Expected<void, OutputError> writeEncodedPNG(const std::vector<std::uint8_t>& data,
+                                            const std::filesystem::path& path);
 Expected<void, OutputError> writePNG(const Image& image, const std::filesystem::path& path,
                                      const ImageCodec& codec);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <ctime>
+#include <deque>
 #include <future>
 
 #include "composition/Compositor.h"
@@ -162,32 +163,46 @@ Expected<void, OutputError> saveAll(const std::vector<CapturedShot>& shots,
                                     const std::string& /*stamp*/, const std::string& variantPrefix,
                                     const ShotComposer& compose, const ImageCodec& codec) {
     const std::string prefix = sanitize(trimmedWhitespaceAndNewlines(variantPrefix));
-    // Shots are composed one at a time, in order, on the calling thread. Encoding a picture
-    // costs more than composing it, so each picture is encoded and written on a second thread
-    // while the next one is composed. Paths are chosen only after the previous file is on
-    // disk, so numbering sees every earlier file, and the first failure ends the save before
-    // any later file is written.
-    std::future<Expected<void, OutputError>> writing;
-    auto finishWriting = [&writing]() -> Expected<void, OutputError> {
-        if (!writing.valid())
-            return {};
-        return writing.get();
+    // Shots are composed one at a time, in order, on the calling thread, and their files are
+    // written one at a time, in the same order. Encoding costs more than composing, so up to
+    // two pictures are encoded on other threads while the next one is composed. A file's path
+    // is chosen only once every earlier file is on disk, so numbering sees them all, and the
+    // first failure ends the save before any later file is written.
+    constexpr std::size_t maxEncoding = 2;
+    struct Encoding {
+        const CapturedShot* shot;
+        std::future<Expected<std::vector<std::uint8_t>, OutputError>> bytes;
+    };
+    std::deque<Encoding> encoding;
+    auto writeOldest = [&]() -> Expected<void, OutputError> {
+        Encoding next = std::move(encoding.front());
+        encoding.pop_front();
+        const std::string mode(rawValue(next.shot->mode));
+        const std::string stem = prefix.empty() ? mode : prefix + "-" + mode;
+        auto path = uniquePath(shotFolder(runRoot, next.shot->languageCode), stem, "png");
+        if (!path)
+            return unexpected(path.error());
+        auto data = next.bytes.get();
+        if (!data)
+            return unexpected(data.error());
+        return Compositor::writeEncodedPNG(*data, *path);
     };
     for (const CapturedShot& shot : shots) {
         Image picture = compose(shot);
-        if (auto written = finishWriting(); !written)
-            return written;
-        const std::string mode(rawValue(shot.mode));
-        const std::string stem = prefix.empty() ? mode : prefix + "-" + mode;
-        auto path = uniquePath(shotFolder(runRoot, shot.languageCode), stem, "png");
-        if (!path)
-            return unexpected(path.error());
-        writing =
-            std::async(std::launch::async, [picture = std::move(picture), target = *path, &codec] {
-                return Compositor::writePNG(picture, target, codec);
-            });
+        if (encoding.size() == maxEncoding) {
+            if (auto written = writeOldest(); !written)
+                return written;
+        }
+        encoding.push_back(
+            {&shot, std::async(std::launch::async, [picture = std::move(picture), &codec] {
+                 return Compositor::encodePNG(picture, codec);
+             })});
     }
-    return finishWriting();
+    while (!encoding.empty()) {
+        if (auto written = writeOldest(); !written)
+            return written;
+    }
+    return {};
 }
 
 }  // namespace zd

@@ -3,6 +3,7 @@
 // small deterministic byte string (or fails when told to). Records the images it encoded.
 
 #include <map>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -25,7 +26,11 @@ class FakeImageCodec : public ImageCodec {
 
     // "PNG w h" as bytes, so tests can tell which picture went to which file.
     std::optional<std::vector<std::uint8_t>> encodePNG(const Image& image) const override {
-        encoded.push_back(image);
+        {
+            // Saving encodes on several threads at once.
+            std::lock_guard lock(mutex_);
+            encoded.push_back(image);
+        }
         if (failEncoding)
             return std::nullopt;
         const std::string text =
@@ -35,6 +40,9 @@ class FakeImageCodec : public ImageCodec {
 
     mutable std::vector<std::string> loadedPaths;
     mutable std::vector<Image> encoded;
+
+  private:
+    mutable std::mutex mutex_;
 };
 
 }  // namespace zd
