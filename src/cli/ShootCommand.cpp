@@ -1,5 +1,6 @@
 #include "ShootCommand.h"
 
+#include <sys/wait.h>
 #include <unistd.h>
 #include <CLI/CLI.hpp>
 
@@ -91,6 +92,7 @@ int shoot(Context& context, const ShootArguments& args) {
     view.reloadCompositeWindows();
 
     std::optional<std::string> launchedBundle;
+    pid_t launchedPid = 0;
     if (!args.launch.empty()) {
         auto launcher = TargetLauncher::start(args.launch, (*live)->display().childEnvironment());
         if (!launcher) {
@@ -104,6 +106,7 @@ int shoot(Context& context, const ShootArguments& args) {
         }
         if (auto target = view.selectedTarget())
             launchedBundle = target->bundleId;
+        launchedPid = launcher->pid();
     } else if (!args.target.empty()) {
         view.reloadTargets();
         auto target = resolveTarget(view.targets, args.target);
@@ -160,6 +163,11 @@ int shoot(Context& context, const ShootArguments& args) {
         for (const auto& app : env.processes->runningApplications(*launchedBundle))
             env.processes->terminate(app.pid);
     }
+    if (launchedPid > 0 && (*live)->display().isHeadless()) {
+        // The started program is this process's child: collect it once it has ended (here, or
+        // earlier when a language switch relaunched it).
+        processEventsUntil([&] { return waitpid(launchedPid, nullptr, WNOHANG) != 0; }, 3s);
+    }
 
     if (!saved)
         return stopped ? 130 : exitFailure;
@@ -193,7 +201,8 @@ void addShootCommand(CLI::App& app, Context& context) {
         "--target", args.target, "The window: its number, application name or title (see targets)");
     command
         ->add_option("--launch", args.launch,
-                     "Start this command and take its first window as the target")
+                     "Start this command and take its first window as the target (on a private "
+                     "display it is ended afterwards)")
         ->excludes(target);
     args.overrides.addOptions(*command, true);
     command->add_flag("--headless", args.headless,

@@ -13,7 +13,6 @@ extern "C" void requestStop(int) {
 }  // namespace
 
 StopRequest::StopRequest() {
-    stopRequested = 0;
     struct sigaction action {};
     action.sa_handler = requestStop;
     sigemptyset(&action.sa_mask);

@@ -1,7 +1,7 @@
 #pragma once
 // Ctrl-C (and SIGTERM) as the Stop button: while an instance lives, the signal only raises a
 // flag, and the command's event loop, on the UI thread, sees it and stops the run there. The
-// previous handlers come back when it goes.
+// previous handlers come back when it goes. Instances may nest; they share the one flag.
 
 #include <csignal>
 

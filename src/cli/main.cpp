@@ -9,6 +9,7 @@
 #include "SettingsCommand.h"
 #include "ShootCommand.h"
 #include "SpacesCommand.h"
+#include "StopRequest.h"
 #include "TargetsCommand.h"
 
 #ifndef ZD_VERSION
@@ -40,11 +41,18 @@ int main(int argc, char** argv) {
     addSettingsCommand(app, context);
     app.footer("Run \"zephyrdock <command> --help\" for the options of one command.");
 
+    // Ctrl-C and SIGTERM only raise a flag for as long as a command runs: a run stops through
+    // its own clean-up, and a private display started for the command is always ended.
+    StopRequest stop;
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         // Help and version end well; every other parse failure is a usage error.
         return app.exit(error) == 0 ? exitSuccess : exitUsage;
+    } catch (const std::exception& error) {
+        // Caught so that everything a command started is unwound and ended.
+        std::cerr << "zephyrdock: " << error.what() << "\n";
+        return exitFailure;
     }
     return context.exitCode;
 }
