@@ -6,6 +6,7 @@
 #include <future>
 
 #include "composition/Compositor.h"
+#include "env/ImageCodec.h"
 
 namespace zd {
 
@@ -171,7 +172,7 @@ Expected<void, OutputError> saveAll(const std::vector<CapturedShot>& shots,
     constexpr std::size_t maxEncoding = 2;
     struct Encoding {
         const CapturedShot* shot;
-        std::future<Expected<std::vector<std::uint8_t>, OutputError>> bytes;
+        std::future<std::optional<std::vector<std::uint8_t>>> bytes;  // nothing: not encoded
     };
     std::deque<Encoding> encoding;
     auto writeOldest = [&]() -> Expected<void, OutputError> {
@@ -182,9 +183,9 @@ Expected<void, OutputError> saveAll(const std::vector<CapturedShot>& shots,
         auto path = uniquePath(shotFolder(runRoot, next.shot->languageCode), stem, "png");
         if (!path)
             return unexpected(path.error());
-        auto data = next.bytes.get();
-        if (!data)
-            return unexpected(data.error());
+        const auto data = next.bytes.get();
+        if (!data || data->empty())
+            return unexpected(OutputError::couldNotEncodePNG());
         return Compositor::writeEncodedPNG(*data, *path);
     };
     for (const CapturedShot& shot : shots) {
@@ -193,10 +194,13 @@ Expected<void, OutputError> saveAll(const std::vector<CapturedShot>& shots,
             if (auto written = writeOldest(); !written)
                 return written;
         }
-        encoding.push_back(
-            {&shot, std::async(std::launch::async, [picture = std::move(picture), &codec] {
-                 return Compositor::encodePNG(picture, codec);
-             })});
+        auto encode = [picture = std::move(picture),
+                       &codec]() -> std::optional<std::vector<std::uint8_t>> {
+            if (picture.isNull())
+                return std::nullopt;
+            return codec.encodePNG(picture);
+        };
+        encoding.push_back({&shot, std::async(std::launch::async, std::move(encode))});
     }
     while (!encoding.empty()) {
         if (auto written = writeOldest(); !written)
