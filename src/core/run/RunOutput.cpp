@@ -166,7 +166,8 @@ Expected<void, OutputError> saveAll(const std::vector<CapturedShot>& shots,
     const std::string prefix = sanitize(trimmedWhitespaceAndNewlines(variantPrefix));
     // Shots are composed one at a time, in order, on the calling thread, and their files are
     // written one at a time, in the same order. Encoding costs more than composing, so up to
-    // two pictures are encoded on other threads while the next one is composed. A file's path
+    // two pictures are encoded on other threads, one of them while the next is composed (at
+    // most two finished pictures are held at once beside the captures). A file's path
     // is chosen only once every earlier file is on disk, so numbering sees them all, and the
     // first failure ends the save before any later file is written.
     constexpr std::size_t maxEncoding = 2;
@@ -189,11 +190,11 @@ Expected<void, OutputError> saveAll(const std::vector<CapturedShot>& shots,
         return Compositor::writeEncodedPNG(*data, *path);
     };
     for (const CapturedShot& shot : shots) {
-        Image picture = compose(shot);
         if (encoding.size() == maxEncoding) {
             if (auto written = writeOldest(); !written)
                 return written;
         }
+        Image picture = compose(shot);
         auto encode = [picture = std::move(picture),
                        &codec]() -> std::optional<std::vector<std::uint8_t>> {
             if (picture.isNull())
