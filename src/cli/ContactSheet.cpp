@@ -71,28 +71,28 @@ bool writeContactSheet(const std::filesystem::path& folder, const std::string& t
 }
 
 std::vector<SheetPicture> runPictures(const std::filesystem::path& runRoot,
-                                      const std::vector<std::string>& languageOrder) {
-    std::vector<std::tuple<std::size_t, std::string, int, std::string>> found;
+                                      const std::vector<LanguageSelection>& languages) {
+    std::vector<std::tuple<std::size_t, std::string, int, std::string, std::string>> found;
     std::error_code error;
     for (auto it = std::filesystem::recursive_directory_iterator(runRoot, error);
          !error && it != std::filesystem::recursive_directory_iterator(); it.increment(error)) {
         if (!it->is_regular_file() || it->path().extension() != ".png")
             continue;
-        const auto relative = std::filesystem::relative(it->path(), runRoot).string();
         const std::string folder = it->path().parent_path().filename().string();
-        const auto place = std::find(languageOrder.begin(), languageOrder.end(), folder);
+        const auto place = std::find_if(languages.begin(), languages.end(),
+                                        [&](const auto& l) { return l.code == folder; });
         const std::string stem = it->path().stem().string();
-        const int dark = stem.find("dark") != std::string::npos ? 1 : 0;
-        found.emplace_back(static_cast<std::size_t>(place - languageOrder.begin()), folder, dark,
-                           relative);
+        const std::string label = place == languages.end()
+                                      ? folder + " \u2014 " + stem
+                                      : place->label + " (" + folder + ") \u2014 " + stem;
+        found.emplace_back(static_cast<std::size_t>(place - languages.begin()), folder,
+                           stem.find("dark") != std::string::npos ? 1 : 0,
+                           std::filesystem::relative(it->path(), runRoot).string(), label);
     }
     std::sort(found.begin(), found.end());
     std::vector<SheetPicture> pictures;
-    for (const auto& [place, folder, dark, relative] : found) {
-        (void)place;
-        (void)dark;
-        pictures.push_back({relative, relative});
-    }
+    for (const auto& picture : found)
+        pictures.push_back({std::get<3>(picture), std::get<4>(picture)});
     return pictures;
 }
 

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "model/LanguageSelection.h"
+
 namespace zd::cli {
 
 struct SheetPicture {
@@ -18,8 +20,9 @@ bool writeContactSheet(const std::filesystem::path& folder, const std::string& t
                        const std::vector<SheetPicture>& pictures);
 
 // The PNG files under a run folder, in the order of the run: language folders in the order
-// given (others after them, by name), Light before Dark.
+// of `languages` (others after them, by name), Light before Dark; labelled with the language's
+// name and code and the file's name.
 std::vector<SheetPicture> runPictures(const std::filesystem::path& runRoot,
-                                      const std::vector<std::string>& languageOrder);
+                                      const std::vector<LanguageSelection>& languages);
 
 }  // namespace zd::cli

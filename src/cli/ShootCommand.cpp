@@ -172,11 +172,8 @@ int shoot(Context& context, const ShootArguments& args) {
     if (!saved)
         return stopped ? 130 : exitFailure;
     if (args.contactSheet) {
-        std::vector<std::string> order;
-        for (const auto& language : view.languages)
-            order.push_back(language.code);
         const std::filesystem::path root(*view.lastRunRoot);
-        if (!writeContactSheet(root, root.filename().string(), runPictures(root, order)))
+        if (!writeContactSheet(root, root.filename().string(), runPictures(root, view.languages)))
             *context.err << "zephyrdock shoot: cannot write " << (root / "index.html") << "\n";
     }
     *context.out << *view.lastRunRoot << "\n";
