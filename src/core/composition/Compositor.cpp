@@ -1,4 +1,5 @@
 #include "composition/Compositor.h"
+#include "composition/PixelCount.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -25,16 +26,6 @@ constexpr double fallbackScreenWidthPts = 1440.0;
 constexpr double fallbackBackingScale = 2.0;
 // The window's drop shadow, in canvas pixels whatever the canvas's or the window's scale.
 const Shadow windowShadow{{0, -16.0}, 40.0, Color::black(0.45)};
-
-// A canvas dimension as a pixel count; nothing when it can't be one.
-std::optional<int> pixelCount(double length) {
-    if (!std::isfinite(length))
-        return std::nullopt;
-    const double truncated = std::trunc(length);
-    if (truncated < 1 || truncated > std::numeric_limits<int>::max())
-        return std::nullopt;
-    return static_cast<int>(truncated);
-}
 
 void paintBackground(Canvas& canvas, const BackgroundChoice& background, const ImageCodec& codec,
                      double w, double h) {

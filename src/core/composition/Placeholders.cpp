@@ -1,4 +1,5 @@
 #include "composition/Placeholders.h"
+#include "composition/PixelCount.h"
 
 #include <array>
 #include <cmath>
@@ -34,15 +35,6 @@ constexpr std::array<Color, 3> buttonColors{
 // Widths of the text bars in units of u, one per row.
 constexpr std::array<double, 12> textBarWidths{600, 920,  760, 1080, 540, 880,
                                                700, 1020, 620, 800,  720, 540};
-
-std::optional<int> pixelCount(double length) {
-    if (!std::isfinite(length))
-        return std::nullopt;
-    const double truncated = std::trunc(length);
-    if (truncated < 1 || truncated > std::numeric_limits<int>::max())
-        return std::nullopt;
-    return static_cast<int>(truncated);
-}
 
 std::int64_t truncatedForKey(double length) {
     if (!std::isfinite(length) || std::abs(length) >= 9.2e18)

@@ -1,4 +1,5 @@
 #include "ui/ContentView.h"
+#include "capture/TargetLists.h"
 
 #include <algorithm>
 #include <array>
@@ -135,13 +136,7 @@ Size ContentView::placeholderWindowSize(Size /*canvas*/) const {
 }
 
 std::optional<CaptureTarget> ContentView::selectedTarget() const {
-    if (!selectedTargetID)
-        return std::nullopt;
-    auto it = std::find_if(targets.begin(), targets.end(),
-                           [&](const CaptureTarget& t) { return t.id == *selectedTargetID; });
-    if (it == targets.end())
-        return std::nullopt;
-    return *it;
+    return TargetLists::selectedTarget(targets, selectedTargetID);
 }
 
 void ContentView::handleCaptureError(const RunError& error) {
