@@ -1,10 +1,35 @@
 #include "ProgressPrinter.h"
 
+#include <vector>
+
 namespace zd::cli {
 
+namespace {
+
+// The line cut to fewer characters than the terminal has columns (counting characters, not
+// the bytes of "…" or "—").
+std::string fitted(const std::string& line, std::size_t columns) {
+    if (columns < 2)
+        return line;
+    std::vector<std::size_t> starts;  // where each character begins
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        if ((static_cast<unsigned char>(line[i]) & 0xC0) != 0x80)
+            starts.push_back(i);
+    }
+    if (starts.size() <= columns - 1)
+        return line;
+    return line.substr(0, starts[columns - 2]) + "\u2026";
+}
+
+}  // namespace
+
 ProgressPrinter::ProgressPrinter(CaptureProgressModel& model, std::ostream& out, bool isTerminal,
-                                 std::function<bool()> showing)
-    : model_(model), out_(out), isTerminal_(isTerminal), showing_(std::move(showing)) {
+                                 std::function<bool()> showing, std::size_t columns)
+    : model_(model),
+      out_(out),
+      isTerminal_(isTerminal),
+      showing_(std::move(showing)),
+      columns_(columns) {
     subscription_ = model_.subscribe([this](CaptureProgressModel::Field) { update(); });
 }
 
@@ -32,7 +57,7 @@ void ProgressPrinter::update() {
         return;  // the model announces writes of the value it holds too
     shown_ = line;
     if (isTerminal_) {
-        out_ << "\r\033[K" << line << std::flush;
+        out_ << "\r\033[K" << fitted(line, columns_) << std::flush;
         lineOpen_ = true;
     } else {
         out_ << line << std::endl;

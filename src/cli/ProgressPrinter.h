@@ -14,8 +14,10 @@ namespace zd::cli {
 class ProgressPrinter {
   public:
     // Draws while `showing` holds: the run's own resets after it ended aren't progress.
+    // `columns`, on a terminal, is its width: a longer line would wrap and could no longer be
+    // redrawn in place, so it is cut with "…". 0 cuts nothing.
     ProgressPrinter(CaptureProgressModel& model, std::ostream& out, bool isTerminal,
-                    std::function<bool()> showing);
+                    std::function<bool()> showing, std::size_t columns = 0);
     ~ProgressPrinter();
     ProgressPrinter(const ProgressPrinter&) = delete;
     ProgressPrinter& operator=(const ProgressPrinter&) = delete;
@@ -34,6 +36,7 @@ class ProgressPrinter {
     std::ostream& out_;
     bool isTerminal_;
     std::function<bool()> showing_;
+    std::size_t columns_;
     CaptureProgressModel::SubscriptionId subscription_;
     std::string shown_;
     bool lineOpen_ = false;

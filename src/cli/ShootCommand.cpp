@@ -1,5 +1,6 @@
 #include "ShootCommand.h"
 
+#include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <CLI/CLI.hpp>
@@ -133,8 +134,13 @@ int shoot(Context& context, const ShootArguments& args) {
                                !view.languages.empty() && chosen && chosen->bundleId &&
                                !chosen->bundleId->empty();
     {
-        ProgressPrinter printer(view.progress, *context.err, isatty(STDERR_FILENO) != 0,
-                                [&view] { return view.isWorking; });
+        winsize terminal{};
+        const bool onTerminal = isatty(STDERR_FILENO) != 0;
+        if (onTerminal)
+            ioctl(STDERR_FILENO, TIOCGWINSZ, &terminal);
+        ProgressPrinter printer(
+            view.progress, *context.err, onTerminal, [&view] { return view.isWorking; },
+            terminal.ws_col);
         view.progress.onCancel = [&view] { view.cancelCapture(); };
         view.takeShots();
         processEventsUntil(

@@ -53,5 +53,17 @@ TEST(ProgressPrinter, RedrawsOneLineOnATerminalAndWritesChangedLinesElsewhere) {
     }
 }
 
+TEST(ProgressPrinter, CutsTheLineToTheTerminalsWidth) {
+    CaptureProgressModel model;
+    std::ostringstream out;
+    {
+        ProgressPrinter printer(
+            model, out, true, [] { return true; }, 8);
+        model.setCaptureStage("Capturing");     // 9 characters: 6, "…", and a free column
+        model.setCaptureStage("Posing\u2026");  // 7 characters fit
+    }
+    EXPECT_EQ(out.str(), "\r\033[KCaptur\u2026\r\033[KPosing\u2026\n");
+}
+
 }  // namespace
 }  // namespace zd::cli
