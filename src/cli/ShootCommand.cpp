@@ -197,7 +197,9 @@ void addShootCommand(CLI::App& app, Context& context) {
         "Relaunches the target in each language, switches between Light and Dark, counts down, "
         "captures the window and writes the composed PNG files into a new run folder under the "
         "save folder. The system's appearance and the target's language are put back afterwards.\n"
-        "Every option overrides the stored setting for this run only, unless --save-settings. "
+        "Every option overrides the stored setting for this run only, unless --save-settings "
+        "(the menu bar's details, the fill colour, destination and variant have no stored "
+        "setting and are never stored). "
         "Progress goes to stderr; the run folder is printed on stdout. Ctrl-C stops the run as "
         "the Stop button does. Exit status: 0 saved, 1 failed, 2 bad arguments, 130 stopped.");
     auto* target = command->add_option(
