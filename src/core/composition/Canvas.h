@@ -33,9 +33,9 @@ enum class FontWeight { regular, medium, semibold, bold };
 
 // A drop shadow under the shapes drawn while it is in force.
 struct Shadow {
-    Point offset;       // canvas pixels, y upward: (0, -16) casts the shadow 16 pixels down
-    double blurRadius;  // canvas pixels; a Gaussian-like blur of about this radius
-    Color color;        // straight alpha
+    Point offset;           // canvas pixels, y upward: (0, -16) casts the shadow 16 pixels down
+    double blurRadius = 0;  // canvas pixels; a Gaussian-like blur of about this radius
+    Color color;            // straight alpha
 
     friend bool operator==(const Shadow&, const Shadow&) = default;
 };

@@ -1,7 +1,6 @@
 #include "composition/MenuBarRenderer.h"
 
 #include <algorithm>
-#include <ranges>
 
 namespace zd::MenuBarRenderer {
 
@@ -70,8 +69,8 @@ std::vector<ClusterItem> clusterItems(const Canvas& canvas, const MenuBarConfig&
         items.push_back({false, "magnifyingglass", 13 * c, 22 * c, 6 * c});
     if (config.showWiFi)
         items.push_back({false, "wifi", 13 * c, 22 * c, 6 * c});
-    for (const std::string& accessory : std::views::reverse(config.customAccessories)) {
-        items.push_back({true, accessory, 14 * c, 12 * c + textWidth(accessory, 14 * c), 0});
+    for (auto it = config.customAccessories.rbegin(); it != config.customAccessories.rend(); ++it) {
+        items.push_back({true, *it, 14 * c, 12 * c + textWidth(*it, 14 * c), 0});
     }
     return items;
 }
