@@ -21,9 +21,10 @@ namespace cli {
 // Exit codes, as the command line's callers expect them.
 enum ExitCode : int {
     exitSuccess = 0,
-    exitFailure = 1,      // the command ran and failed (a file that can't be written, …)
-    exitUsage = 2,        // bad arguments: an unknown key, a value of the wrong form
-    exitUnavailable = 69  // the command exists but this build can't carry it out
+    exitFailure = 1,       // the command ran and failed (a file that can't be written, …)
+    exitUsage = 2,         // bad arguments: an unknown key, a value of the wrong form
+    exitUnavailable = 69,  // the command exists but this build can't carry it out
+    exitStopped = 130      // stopped with Ctrl-C (or SIGTERM), as shells report SIGINT
 };
 
 struct Context {

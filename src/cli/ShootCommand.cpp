@@ -46,7 +46,7 @@ int checkBeforeStart(Context& context, const ShootArguments& args) {
     Environment none;
     LiveRunServices services(none);
     ContentView probe(none, services);
-    std::ostringstream ignored;  // the real application below warns
+    std::ostringstream ignored;  // warnings come once, from the live view
     if (auto applied = args.overrides.applyTo(probe, ignored); !applied) {
         *context.err << "zephyrdock shoot: " << applied.error() << "\n";
         return exitUsage;
@@ -103,7 +103,7 @@ int shoot(Context& context, const ShootArguments& args) {
         *context.err << "Waiting for the first window of \"" << args.launch << "\"…\n";
         if (auto selected = launcher->selectFirstWindow(view, stopSeen, 60s); !selected) {
             *context.err << "zephyrdock shoot: " << selected.error() << "\n";
-            return stopped ? 130 : exitFailure;
+            return stopped ? exitStopped : exitFailure;
         }
         if (auto target = view.selectedTarget())
             launchedBundle = target->bundleId;
@@ -176,7 +176,7 @@ int shoot(Context& context, const ShootArguments& args) {
     }
 
     if (!saved)
-        return stopped ? 130 : exitFailure;
+        return stopped ? exitStopped : exitFailure;
     if (args.contactSheet) {
         const std::filesystem::path root(*view.lastRunRoot);
         if (!writeContactSheet(root, root.filename().string(), runPictures(root, view.languages)))
