@@ -33,7 +33,7 @@ QImage ImageScaling::halve(const QImage& image) {
         const auto* r0 = reinterpret_cast<const std::uint32_t*>(src.constScanLine(2 * y));
         const auto* r1 = reinterpret_cast<const std::uint32_t*>(src.constScanLine(2 * y + 1));
         auto* o = reinterpret_cast<std::uint32_t*>(out.scanLine(y));
-        for (int x = 0; x < w; ++x)
+        for (std::ptrdiff_t x = 0; x < w; ++x)
             o[x] = mean4(r0[2 * x], r0[2 * x + 1], r1[2 * x], r1[2 * x + 1]);
     }
     return out;

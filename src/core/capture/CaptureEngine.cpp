@@ -40,7 +40,7 @@ Task<Expected<Image, CaptureFailure>> captureWindow(const Environment& env, Capt
                                [&](const ShareableWindow& w) { return w.windowID == target.id; });
     if (window == windows.end())
         co_return unexpected(CaptureFailure::of(CaptureError::windowNotFound));
-    const ShareableWindow chosen = *window;
+    const ShareableWindow& chosen = *window;
     const WindowCaptureConfiguration config = windowConfiguration(chosen.frame);
     co_return co_await onWorker(*env.workers,
                                 [&] { return backend.captureWindow(chosen, config); });

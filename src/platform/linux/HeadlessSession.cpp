@@ -323,7 +323,9 @@ void HeadlessSession::stopAll() {
     if (bus_ > 0)
         order.insert(order.begin() + (order.empty() ? 0 : 1), {bus_, false});
     for (auto it = order.rbegin(); it != order.rend(); ++it) {
-        auto [pid, ourChild] = *it;
+        // Plain copies: a lambda below captures them.
+        const pid_t pid = it->first;
+        const bool ourChild = it->second;
         if (kill(pid, SIGTERM) != 0) {
             if (ourChild)
                 waitpid(pid, nullptr, WNOHANG);

@@ -177,7 +177,7 @@ std::optional<DesktopEntry> ProcProcessBackend::entryFor(const RunningApplicatio
             id.resize(id.size() - 8);
         // Only if the file belongs to this program: the variable is inherited by children.
         if (auto entry = entries_.byId(id);
-            entry && entry->exec.size() > 0 &&
+            entry && !entry->exec.empty() &&
             (baseName(entry->exec[0]) == baseName(app.executable) ||
              (!app.arguments.empty() && baseName(entry->exec[0]) == baseName(app.arguments[0])))) {
             return entry;
