@@ -3,24 +3,17 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <QGuiApplication>
 #include <QImage>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
-#include <thread>
 
-#include "common/PlatformEnvironment.h"
 #include "env/AppearanceBackend.h"
 #include "env/LanguageOverrideBackend.h"
 #include "env/ProcessBackend.h"
-#include "model/Preferences.h"
-#include "run/LiveRunServices.h"
 #include "support/ControlProbe.h"
+#include "support/RunHarness.h"
 #include "support/SessionFixture.h"
-#include "testing/EventLog.h"
-#include "testing/FakeDialogBackend.h"
 #include "ui/ContentView.h"
 
 namespace zd {
@@ -28,32 +21,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Runs the Qt event loop (the run's timers and worker results) until `done` or `limit`.
-bool runEventsUntil(const std::function<bool()>& done, std::chrono::seconds limit) {
-    const auto end = std::chrono::steady_clock::now() + limit;
-    while (!done()) {
-        if (std::chrono::steady_clock::now() > end)
-            return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-        std::this_thread::sleep_for(5ms);
-    }
-    return true;
-}
-
-class FullRunInSession : public testing::SessionTest {
-  public:
-    static void SetUpTestSuite() {
-        SessionTest::SetUpTestSuite();
-        // Drawing needs a GUI application object; it draws offscreen, not on the session.
-        if (!QCoreApplication::instance()) {
-            static int argc = 1;
-            static char name[] = "zd_linux_tests";
-            static char* argv[] = {name, nullptr};
-            qputenv("QT_QPA_PLATFORM", "offscreen");
-            static QGuiApplication app(argc, argv);
-        }
-    }
-};
+class FullRunInSession : public testing::SessionTest {};
 
 TEST_F(FullRunInSession, GeditInGermanAndFrenchIsSavedThenEverythingIsPutBack) {
     setenv("LANG", "en_US.UTF-8", 1);
@@ -63,32 +31,15 @@ TEST_F(FullRunInSession, GeditInGermanAndFrenchIsSavedThenEverythingIsPutBack) {
     ASSERT_TRUE(gedit);
 
     const auto folder = session().directory() / "run";
-    auto platform =
-        PlatformEnvironment::create({(session().directory() / "settings.json").string()});
-    ASSERT_TRUE(platform) << platform.error();
-    Environment& env = (*platform)->environment();
-    testing::EventLog log;
-    testing::FakeDialogBackend dialogs(log);
-    env.dialogs = &dialogs;
-    Preferences::setURL(*env.settings, folder.string(), "saveFolderURL");
-    std::filesystem::create_directories(folder);
-
-    LiveRunServices services(env);
-    ContentView view(env, services,
-                     Preferences::load(*env.settings, (*platform)->resourceBundle()));
+    auto harness = testing::RunHarness::create((session().directory() / "settings.json").string(),
+                                               folder.string());
+    ASSERT_TRUE(harness);
+    Environment& env = harness->env();
+    ContentView& view = harness->view();
     view.languages = {{"de", "German"}, {"fr", "French"}};
     view.countdownSeconds = 0;
     view.outputSize = OutputSize::mas1280;
-    view.progress.onCancel = [&view] { view.cancelCapture(); };
-
-    ASSERT_TRUE(testing::waitFor([&] {
-        view.reloadTargets();
-        for (const auto& t : view.targets) {
-            if (t.pid == gedit->pid())
-                view.selectedTargetID = t.id;
-        }
-        return view.selectedTargetID.has_value();
-    }));
+    ASSERT_TRUE(harness->selectTargetOf(gedit->pid()));
     const auto darkBefore = env.appearance->readDarkMode();
     ASSERT_TRUE(darkBefore);
 
@@ -97,9 +48,7 @@ TEST_F(FullRunInSession, GeditInGermanAndFrenchIsSavedThenEverythingIsPutBack) {
         if (field == CaptureProgressModel::Field::captureStage)
             stages.push_back(view.progress.captureStage());
     });
-    view.takeShots();
-    ASSERT_TRUE(runEventsUntil([&] { return !view.isWorking; }, 180s))
-        << view.progress.statusMessage();
+    ASSERT_TRUE(harness->takeShotsAndWait()) << view.progress.statusMessage();
     ASSERT_TRUE(view.lastRunRoot) << view.progress.statusMessage() << " after "
                                   << ::testing::PrintToString(stages);
     EXPECT_EQ(view.progress.statusMessage(), "Saved 4 shots to " + *view.lastRunRoot + ".");
@@ -123,7 +72,7 @@ TEST_F(FullRunInSession, GeditInGermanAndFrenchIsSavedThenEverythingIsPutBack) {
     // The appearance is back as it was; the language override goes, and gedit comes back in
     // its own language.
     EXPECT_EQ(env.appearance->readDarkMode()->standardOutput, darkBefore->standardOutput);
-    ASSERT_TRUE(runEventsUntil(
+    ASSERT_TRUE(testing::runEventsUntil(
         [&] {
             for (const auto& app : env.processes->runningApplications("org.gnome.gedit")) {
                 for (const auto& w : testing::probeWindows()) {

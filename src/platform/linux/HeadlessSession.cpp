@@ -199,6 +199,7 @@ std::optional<std::string> HeadlessSession::startDisplay(const Options& options)
     if (rc != 0)
         return "Couldn't start Xvfb: " + std::string(std::strerror(rc));
     children_.push_back(pid);
+    xvfb_ = pid;
     close(writeEnd.fd);
     writeEnd.fd = -1;
 

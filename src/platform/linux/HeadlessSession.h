@@ -45,6 +45,8 @@ class HeadlessSession {
     // The XSETTINGS values xsettingsd serves; rewrite it and call reloadSettings().
     std::filesystem::path settingsConfig() const { return dir_ / "xsettingsd.conf"; }
     pid_t settingsDaemonPid() const { return xsettingsd_; }
+    // The display server's process.
+    pid_t displayServerPid() const { return xvfb_; }
     // Makes xsettingsd read its config file again (it answers SIGHUP).
     bool reloadSettings() const;
 
@@ -70,6 +72,7 @@ class HeadlessSession {
     std::vector<pid_t> children_;  // started by spawn: reaped with waitpid
     pid_t bus_ = 0;                // forked itself: not our child
     pid_t xsettingsd_ = 0;
+    pid_t xvfb_ = 0;
     std::vector<std::pair<std::string, std::optional<std::string>>> savedVariables_;
 };
 
