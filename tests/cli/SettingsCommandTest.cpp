@@ -71,6 +71,9 @@ struct BadArguments {
     std::string message;
 };
 
+// Test listings show the case's name, not its bytes.
+void PrintTo(const BadArguments& bad, std::ostream* out) { *out << bad.name; }
+
 class SettingsUsage : public SettingsCommand, public testing::WithParamInterface<BadArguments> {};
 
 TEST_P(SettingsUsage, IsAUsageErrorAndStoresNothing) {
