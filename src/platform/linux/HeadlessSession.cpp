@@ -24,6 +24,16 @@ namespace zd::x11 {
 
 namespace {
 
+// A null-terminated array of pointers into `strings`, as posix_spawn takes argv and envp.
+std::vector<char*> spawnArray(std::vector<std::string>& strings) {
+    std::vector<char*> pointers;
+    pointers.reserve(strings.size() + 1);
+    for (auto& text : strings)
+        pointers.push_back(text.data());
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
 using Clock = std::chrono::steady_clock;
 constexpr auto kStartLimit = std::chrono::seconds(15);
 constexpr auto kStopLimit = std::chrono::seconds(3);
@@ -189,10 +199,7 @@ std::optional<std::string> HeadlessSession::startDisplay(const Options& options)
     std::string log = (dir_ / "xvfb.log").string();
     posix_spawn_file_actions_addopen(&actions, 1, log.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     posix_spawn_file_actions_adddup2(&actions, 1, 2);
-    std::vector<char*> args;
-    for (auto& a : argv)
-        args.push_back(a.data());
-    args.push_back(nullptr);
+    std::vector<char*> args = spawnArray(argv);
     pid_t pid = 0;
     int rc = posix_spawnp(&pid, "Xvfb", &actions, nullptr, args.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
@@ -224,15 +231,9 @@ std::optional<std::string> HeadlessSession::startBus() {
     posix_spawn_file_actions_adddup2(&actions, fds[1], 1);
     std::vector<std::string> argv = {"dbus-daemon", "--session",         "--fork",
                                      "--nopidfile", "--print-address=1", "--print-pid=1"};
-    std::vector<char*> args;
-    for (auto& a : argv)
-        args.push_back(a.data());
-    args.push_back(nullptr);
+    std::vector<char*> args = spawnArray(argv);
     auto envStrings = childEnvironment();
-    std::vector<char*> envp;
-    for (auto& e : envStrings)
-        envp.push_back(e.data());
-    envp.push_back(nullptr);
+    std::vector<char*> envp = spawnArray(envStrings);
     pid_t launcher = 0;
     int rc = posix_spawnp(&launcher, "dbus-daemon", &actions, nullptr, args.data(), envp.data());
     posix_spawn_file_actions_destroy(&actions);
@@ -259,15 +260,9 @@ pid_t HeadlessSession::spawn(const std::vector<std::string>& argv, const std::st
     posix_spawn_file_actions_addopen(&actions, 1, log.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     posix_spawn_file_actions_adddup2(&actions, 1, 2);
     std::vector<std::string> copy = argv;
-    std::vector<char*> args;
-    for (auto& a : copy)
-        args.push_back(a.data());
-    args.push_back(nullptr);
+    std::vector<char*> args = spawnArray(copy);
     auto envStrings = childEnvironment();
-    std::vector<char*> envp;
-    for (auto& e : envStrings)
-        envp.push_back(e.data());
-    envp.push_back(nullptr);
+    std::vector<char*> envp = spawnArray(envStrings);
     pid_t pid = 0;
     int rc = posix_spawnp(&pid, args[0], &actions, nullptr, args.data(), envp.data());
     posix_spawn_file_actions_destroy(&actions);
