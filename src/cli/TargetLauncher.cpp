@@ -9,6 +9,7 @@
 #include <set>
 
 #include "OffscreenGui.h"
+#include "linux/SpawnArguments.h"
 #include "ui/ContentView.h"
 
 namespace zd::cli {
@@ -17,15 +18,9 @@ Expected<TargetLauncher, std::string> TargetLauncher::start(
     const std::string& command, const std::vector<std::string>& environment) {
     // "exec" so the shell becomes the program and the pid is the program's own.
     std::vector<std::string> words{"/bin/sh", "-c", "exec " + command};
-    std::vector<char*> argv;
-    for (auto& word : words)
-        argv.push_back(word.data());
-    argv.push_back(nullptr);
+    std::vector<char*> argv = x11::spawnArray(words);
     std::vector<std::string> variables = environment;
-    std::vector<char*> envp;
-    for (auto& variable : variables)
-        envp.push_back(variable.data());
-    envp.push_back(nullptr);
+    std::vector<char*> envp = x11::spawnArray(variables);
 
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);

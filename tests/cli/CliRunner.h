@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "linux/SpawnArguments.h"
 #include "support/TemporaryFolder.h"
 
 extern char** environ;
@@ -57,16 +58,10 @@ class CliRunner {
                   std::optional<std::vector<std::string>> environment = std::nullopt) const {
         std::vector<std::string> words{executable()};
         words.insert(words.end(), arguments.begin(), arguments.end());
-        std::vector<char*> argv;
-        for (auto& word : words)
-            argv.push_back(word.data());
-        argv.push_back(nullptr);
+        std::vector<char*> argv = x11::spawnArray(words);
 
         std::vector<std::string> variables = environment ? *environment : inherited();
-        std::vector<char*> envp;
-        for (auto& variable : variables)
-            envp.push_back(variable.data());
-        envp.push_back(nullptr);
+        std::vector<char*> envp = x11::spawnArray(variables);
 
         auto outPath = (home.path() / "stdout.txt").string();
         auto errPath = (home.path() / "stderr.txt").string();

@@ -12,6 +12,7 @@
 
 #include "CliRunner.h"
 #include "linux/HeadlessSession.h"
+#include "linux/SpawnArguments.h"
 
 namespace zd {
 namespace {
@@ -30,15 +31,9 @@ bool waitFor(const std::function<bool()>& ready, std::chrono::milliseconds limit
 
 pid_t spawnIn(const std::vector<std::string>& environment, std::vector<std::string> words,
               const std::string& output) {
-    std::vector<char*> argv;
-    for (auto& word : words)
-        argv.push_back(word.data());
-    argv.push_back(nullptr);
+    std::vector<char*> argv = x11::spawnArray(words);
     std::vector<std::string> variables = environment;
-    std::vector<char*> envp;
-    for (auto& variable : variables)
-        envp.push_back(variable.data());
-    envp.push_back(nullptr);
+    std::vector<char*> envp = x11::spawnArray(variables);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, 1, output.c_str(), O_WRONLY | O_CREAT | O_TRUNC,

@@ -18,21 +18,13 @@
 #include <string_view>
 #include <thread>
 
+#include "SpawnArguments.h"
+
 extern char** environ;
 
 namespace zd::x11 {
 
 namespace {
-
-// A null-terminated array of pointers into `strings`, as posix_spawn takes argv and envp.
-std::vector<char*> spawnArray(std::vector<std::string>& strings) {
-    std::vector<char*> pointers;
-    pointers.reserve(strings.size() + 1);
-    for (auto& text : strings)
-        pointers.push_back(text.data());
-    pointers.push_back(nullptr);
-    return pointers;
-}
 
 using Clock = std::chrono::steady_clock;
 constexpr auto kStartLimit = std::chrono::seconds(15);

@@ -9,20 +9,13 @@
 #include <cstring>
 #include <thread>
 
+#include "SpawnArguments.h"
+
 extern char** environ;
 
 namespace zd::x11 {
 
 namespace {
-
-std::vector<char*> pointersTo(std::vector<std::string>& strings) {
-    std::vector<char*> pointers;
-    pointers.reserve(strings.size() + 1);
-    for (auto& s : strings)
-        pointers.push_back(s.data());
-    pointers.push_back(nullptr);
-    return pointers;
-}
 
 int waitForExit(pid_t pid) {
     int status = 0;
@@ -48,7 +41,7 @@ std::optional<ToolResult> runTool(const std::vector<std::string>& argv) {
     posix_spawn_file_actions_adddup2(&actions, fds[1], STDOUT_FILENO);
     posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
     std::vector<std::string> args = argv;
-    auto pointers = pointersTo(args);
+    auto pointers = spawnArray(args);
     pid_t pid = 0;
     const int error = posix_spawnp(&pid, pointers[0], &actions, nullptr, pointers.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
@@ -77,8 +70,8 @@ Expected<pid_t, std::string> spawnDetached(const SpawnRequest& request) {
         return unexpected(std::string("nothing to start"));
     std::vector<std::string> args = request.argv;
     std::vector<std::string> env = request.environment;
-    auto argPointers = pointersTo(args);
-    auto envPointers = pointersTo(env);
+    auto argPointers = spawnArray(args);
+    auto envPointers = spawnArray(env);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);

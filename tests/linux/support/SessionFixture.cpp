@@ -7,6 +7,8 @@
 
 #include <thread>
 
+#include "linux/SpawnArguments.h"
+
 namespace zd::testing {
 
 std::unique_ptr<x11::HeadlessSession> SessionTest::session_;
@@ -34,15 +36,9 @@ bool AppProcess::running() const {
 std::unique_ptr<AppProcess> launchInSession(const x11::HeadlessSession& session,
                                             const std::vector<std::string>& argv) {
     std::vector<std::string> args = argv;
-    std::vector<char*> argp;
-    for (auto& a : args)
-        argp.push_back(a.data());
-    argp.push_back(nullptr);
+    std::vector<char*> argp = x11::spawnArray(args);
     auto env = session.childEnvironment();
-    std::vector<char*> envp;
-    for (auto& e : env)
-        envp.push_back(e.data());
-    envp.push_back(nullptr);
+    std::vector<char*> envp = x11::spawnArray(env);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     std::string log = (session.directory() / (argv.at(0) + ".log")).string();
