@@ -15,7 +15,6 @@
 #include <ctime>
 #include <filesystem>
 #include <fstream>
-#include <future>
 #include <map>
 #include <optional>
 #include <string>
@@ -174,35 +173,6 @@ int runStages(const std::string& dir, int reps) {
     return 0;
 }
 
-// saveAll's order and failure rule, with a picture's encoding and writing on a second thread
-// while the next one is composed: files are written in order, and a failed write stops the
-// run before the next picture is written.
-Expected<void, OutputError> saveAllOverlapped(const std::vector<CapturedShot>& shots,
-                                              const std::filesystem::path& runRoot,
-                                              const ShotComposer& compose,
-                                              const ImageCodec& codec) {
-    std::future<Expected<void, OutputError>> pending;
-    for (const CapturedShot& shot : shots) {
-        Image picture = compose(shot);
-        if (pending.valid()) {
-            auto written = pending.get();
-            if (!written)
-                return written;
-        }
-        auto path = uniquePath(shotFolder(runRoot, shot.languageCode),
-                               std::string(rawValue(shot.mode)), "png");
-        if (!path)
-            return unexpected(path.error());
-        pending =
-            std::async(std::launch::async, [picture = std::move(picture), target = *path, &codec] {
-                return Compositor::writePNG(picture, target, codec);
-            });
-    }
-    if (pending.valid())
-        return pending.get();
-    return {};
-}
-
 int runRun32(const std::string& dir, const std::string& outDir) {
     const auto started = Clock::now();
     QtImageCodec codec;
@@ -275,26 +245,6 @@ int runRun32(const std::string& dir, const std::string& outDir) {
     std::printf("\n  bytes written %ju; peak memory %.0f MiB; tile pixels %zu\n", bytes,
                 peakMemoryMiB(), tilePixels);
 
-    // The same 32 pictures with each one's encoding and writing overlapped with the next one's
-    // composing: a measure of what saveAll would gain from it.
-    const std::string overlappedDir = outDir + "-overlapped";
-    std::filesystem::remove_all(overlappedDir);
-    QtImageCodec plainCodec;
-    const Compositor::Platform plain{canvases, plainCodec, benchScreen(), 24.0};
-    const auto overlappedStarted = Clock::now();
-    const auto overlapped = saveAllOverlapped(
-        shots, overlappedDir,
-        [&](const CapturedShot& shot) {
-            return Compositor::render(benchInputs(shot.image, shot.mode, {2880, 1800}, bg), plain);
-        },
-        plainCodec);
-    const double overlappedSeconds = secondsSince(overlappedStarted);
-    if (!overlapped)
-        return 1;
-    std::printf(
-        "  overlapped save of 32 (encode beside the next compose): %.2f s (%.0f ms each); "
-        "peak memory %.0f MiB\n",
-        overlappedSeconds, overlappedSeconds / 32 * 1000, peakMemoryMiB());
     return 0;
 }
 
