@@ -269,6 +269,7 @@ int runPng(const std::string& path) {
         {"none", PngWriter::Filter::none},
         {"sub", PngWriter::Filter::sub},
         {"up", PngWriter::Filter::up},
+        {"avg", PngWriter::Filter::average},
         {"paeth", PngWriter::Filter::paeth}};
     for (const auto& [name, filter] : filters)
         for (int level : {1, 2, 3, 4, 6}) {

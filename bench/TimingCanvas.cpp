@@ -109,13 +109,16 @@ std::optional<Image> TimingCodec::load(const std::string& path) const {
 std::optional<std::vector<std::uint8_t>> TimingCodec::encodePNG(const Image& image) const {
     PngWriter::Timings timings;
     const double cpuStarted = processCpuSeconds();
+    const auto started = std::chrono::steady_clock::now();
     auto png = PngWriter::encode(image, PngWriter::Options{}, &timings);
-    const double cpu = processCpuSeconds() - cpuStarted;
-    // Split the CPU time as the wall time splits (deflate runs on one thread).
-    const double all = static_cast<double>((timings.rows + timings.deflate).count());
-    const double rowsShare = all > 0 ? static_cast<double>(timings.rows.count()) / all : 0.0;
-    times_->add("pixel conversion", timings.rows, cpu * rowsShare);
-    times_->add("PNG encode", timings.deflate, cpu * (1 - rowsShare));
+    times_->add("PNG encode", std::chrono::steady_clock::now() - started,
+                processCpuSeconds() - cpuStarted);
+    // Rows are converted and filtered on the same threads as they are compressed: how the
+    // threads' time splits between the two.
+    const double rows = std::chrono::duration<double>(timings.rows).count();
+    const double deflate = std::chrono::duration<double>(timings.deflate).count();
+    times_->add("PNG: rows, threads' time", timings.rows, rows);
+    times_->add("PNG: deflate, threads' time", timings.deflate, deflate);
     return png;
 }
 

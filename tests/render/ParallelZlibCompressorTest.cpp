@@ -1,0 +1,133 @@
+#include "ParallelZlibCompressor.h"
+
+#include <gtest/gtest.h>
+#include <libdeflate.h>
+
+#include <memory>
+#include <random>
+#include <vector>
+
+namespace zd {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+// Chunks of every kind a picture has: flat runs, smooth gradients, noise, short repeats, and
+// chunk sizes from empty to several blocks' worth.
+Bytes chunkBytes(std::size_t index) {
+    std::mt19937 rng(static_cast<unsigned>(index * 7919 + 1));
+    const std::size_t sizes[] = {ParallelZlibCompressor::kChunkBytes,    1, 0, 300000, 5000,
+                                 ParallelZlibCompressor::kChunkBytes - 3};
+    Bytes out(sizes[index % 6]);
+    for (std::size_t i = 0; i < out.size(); ++i) {
+        switch (index % 5) {
+            case 0:
+                out[i] = 0;
+                break;
+            case 1:
+                out[i] = static_cast<std::uint8_t>(i / 97 + (rng() % 3));
+                break;
+            case 2:
+                out[i] = static_cast<std::uint8_t>(rng());
+                break;
+            case 3:
+                out[i] = static_cast<std::uint8_t>("shadow menu bar "[i % 16]);
+                break;
+            default:
+                out[i] = static_cast<std::uint8_t>((rng() % 5 == 0) ? rng() : i % 7);
+                break;
+        }
+    }
+    return out;
+}
+
+Bytes compress(std::size_t chunks, int threads) {
+    Bytes out = {0xaa, 0xbb};  // appended after what's there
+    EXPECT_TRUE(ParallelZlibCompressor::compress(
+        chunks, [](std::size_t i, Bytes& bytes) { bytes = chunkBytes(i); }, threads, out));
+    EXPECT_EQ(out[0], 0xaa);
+    EXPECT_EQ(out[1], 0xbb);
+    return Bytes(out.begin() + 2, out.end());
+}
+
+Bytes expectedInput(std::size_t chunks) {
+    Bytes all;
+    for (std::size_t i = 0; i < chunks; ++i) {
+        const Bytes c = chunkBytes(i);
+        all.insert(all.end(), c.begin(), c.end());
+    }
+    return all;
+}
+
+// Inflates with the checksum checked, and with nothing left over.
+std::optional<Bytes> inflate(const Bytes& zlib, std::size_t expected) {
+    const std::unique_ptr<libdeflate_decompressor, decltype(&libdeflate_free_decompressor)> d(
+        libdeflate_alloc_decompressor(), &libdeflate_free_decompressor);
+    Bytes out(expected);
+    std::size_t in = 0;
+    std::size_t produced = 0;
+    if (libdeflate_zlib_decompress_ex(d.get(), zlib.data(), zlib.size(), out.data(), out.size(),
+                                      &in, &produced) != LIBDEFLATE_SUCCESS ||
+        in != zlib.size() || produced != expected)
+        return std::nullopt;
+    return out;
+}
+
+TEST(ParallelZlibCompressor, JoinsChunksOfEveryKindIntoOneValidStream) {
+    for (std::size_t chunks : {0, 1, 3, 4, 17, 40}) {
+        const Bytes input = expectedInput(chunks);
+        const Bytes zlib = compress(chunks, 2);
+        const auto inflated = inflate(zlib, input.size());
+        ASSERT_TRUE(inflated.has_value()) << chunks << " chunks";
+        EXPECT_EQ(*inflated, input) << chunks << " chunks";
+    }
+}
+
+TEST(ParallelZlibCompressor, SameBytesWhateverTheNumberOfThreads) {
+    const Bytes one = compress(30, 1);
+    EXPECT_EQ(compress(30, 2), one);
+    EXPECT_EQ(compress(30, 5), one);
+}
+
+TEST(ParallelZlibCompressor, StaysCloseToOneStreamOnCompressibleData) {
+    // Chunks don't share history, and each starts a block: that may cost a few percent.
+    const std::size_t chunks = 24;
+    Bytes input;
+    const auto source = [](std::size_t i, Bytes& bytes) {
+        std::mt19937 rng(static_cast<unsigned>(i));
+        bytes.resize(ParallelZlibCompressor::kChunkBytes - 1000);
+        for (std::size_t k = 0; k < bytes.size(); ++k)
+            bytes[k] = static_cast<std::uint8_t>(k % 251 < 40 ? rng() % 16 : (k / 13) % 9);
+    };
+    for (std::size_t i = 0; i < chunks; ++i) {
+        Bytes c;
+        source(i, c);
+        input.insert(input.end(), c.begin(), c.end());
+    }
+    Bytes joined;
+    ASSERT_TRUE(ParallelZlibCompressor::compress(chunks, source, 2, joined));
+    const std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)> c(
+        libdeflate_alloc_compressor(1), &libdeflate_free_compressor);
+    Bytes whole(libdeflate_zlib_compress_bound(c.get(), input.size()));
+    whole.resize(
+        libdeflate_zlib_compress(c.get(), input.data(), input.size(), whole.data(), whole.size()));
+    EXPECT_LT(static_cast<double>(joined.size()), 1.03 * static_cast<double>(whole.size()));
+    ASSERT_TRUE(inflate(joined, input.size()).has_value());
+}
+
+TEST(ParallelZlibCompressor, RunningOutOfMemoryLeavesTheOutputAsItWas) {
+    Bytes out = {1, 2, 3};
+    const bool done = ParallelZlibCompressor::compress(
+        8,
+        [](std::size_t i, Bytes& bytes) {
+            if (i == 5)
+                throw std::bad_alloc();
+            bytes.assign(1000, 7);
+        },
+        2, out);
+    EXPECT_FALSE(done);
+    EXPECT_EQ(out, (Bytes{1, 2, 3}));
+}
+
+}  // namespace
+}  // namespace zd
