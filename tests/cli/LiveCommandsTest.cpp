@@ -64,13 +64,26 @@ class LiveCommands : public testing::Test {
         // Two windows of one application, so a name can be ambiguous.
         const auto log = (session_->directory() / "gedit.log").string();
         gedit_ = spawnIn(session_->childEnvironment(), {"gedit"}, log);
-        std::this_thread::sleep_for(1500ms);
-        spawnIn(session_->childEnvironment(), {"gedit", "--new-window"}, log + "2");
+        // The second window is asked of the first instance once that one is up, however
+        // slowly it starts on a busy machine.
+        const test::CliRunner probe;
+        waitFor(
+            [&] {
+                return !probe
+                            .run({"--settings-file", probe.settingsPath(), "targets"},
+                                 session_->childEnvironment())
+                            .out.empty();
+            },
+            30s);
+        secondGedit_ = spawnIn(session_->childEnvironment(), {"gedit", "--new-window"}, log + "2");
     }
     static void TearDownTestSuite() {
-        if (gedit_ > 0) {
-            kill(gedit_, SIGKILL);
-            waitpid(gedit_, nullptr, 0);
+        // The second one has usually handed its window to the first and left already.
+        for (const pid_t pid : {secondGedit_, gedit_}) {
+            if (pid > 0) {
+                kill(pid, SIGKILL);
+                waitpid(pid, nullptr, 0);
+            }
         }
         session_.reset();
     }
@@ -110,6 +123,7 @@ class LiveCommands : public testing::Test {
     static inline std::unique_ptr<x11::HeadlessSession> session_;
     static inline std::string failure_;
     static inline pid_t gedit_ = 0;
+    static inline pid_t secondGedit_ = 0;
 };
 
 TEST_F(LiveCommands, TargetsAndSpacesListWhatTheWindowPickersShow) {
