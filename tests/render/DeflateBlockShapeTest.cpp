@@ -1,18 +1,17 @@
 #include "DeflateBlockShape.h"
 
 #include <gtest/gtest.h>
-#include <libdeflate.h>
 
-#include <memory>
 #include <random>
 #include <vector>
 
+#include "DeflateCheck.h"
 #include "DeflateStreamWriter.h"
 
 namespace zd {
 namespace {
 
-using Bytes = std::vector<std::uint8_t>;
+using test::Bytes;
 
 // Text-like bytes: compressible, with enough variety for a dynamic Huffman block.
 Bytes textLike(std::size_t size, unsigned seed) {
@@ -36,27 +35,12 @@ Bytes noise(std::size_t size, unsigned seed) {
     return out;
 }
 
-Bytes rawDeflate(const Bytes& input, int level = 1) {
-    const std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)> c(
-        libdeflate_alloc_compressor(level), &libdeflate_free_compressor);
-    Bytes out(libdeflate_deflate_compress_bound(c.get(), input.size()));
-    out.resize(
-        libdeflate_deflate_compress(c.get(), input.data(), input.size(), out.data(), out.size()));
-    return out;
+Bytes rawDeflate(const Bytes& input) {
+    return test::deflateWhole(input, test::StreamFormat::raw);
 }
 
-// Inflates a raw stream that must end exactly at `size` bytes.
 std::optional<Bytes> inflate(const Bytes& stream, std::size_t expected) {
-    const std::unique_ptr<libdeflate_decompressor, decltype(&libdeflate_free_decompressor)> d(
-        libdeflate_alloc_decompressor(), &libdeflate_free_decompressor);
-    Bytes out(expected);
-    std::size_t in = 0;
-    std::size_t produced = 0;
-    if (libdeflate_deflate_decompress_ex(d.get(), stream.data(), stream.size(), out.data(),
-                                         out.size(), &in, &produced) != LIBDEFLATE_SUCCESS ||
-        in != stream.size() || produced != expected)
-        return std::nullopt;
-    return out;
+    return test::inflateExactly(stream, test::StreamFormat::raw, expected);
 }
 
 TEST(DeflateBlockShape, ReopensOneDynamicBlockAndFindsItsExactEnd) {

@@ -1,16 +1,16 @@
 #include "ParallelZlibCompressor.h"
 
 #include <gtest/gtest.h>
-#include <libdeflate.h>
 
-#include <memory>
 #include <random>
 #include <vector>
+
+#include "DeflateCheck.h"
 
 namespace zd {
 namespace {
 
-using Bytes = std::vector<std::uint8_t>;
+using test::Bytes;
 
 // Chunks of every kind a picture has: flat runs, smooth gradients, noise, short repeats, and
 // chunk sizes from empty to several blocks' worth.
@@ -59,18 +59,8 @@ Bytes expectedInput(std::size_t chunks) {
     return all;
 }
 
-// Inflates with the checksum checked, and with nothing left over.
 std::optional<Bytes> inflate(const Bytes& zlib, std::size_t expected) {
-    const std::unique_ptr<libdeflate_decompressor, decltype(&libdeflate_free_decompressor)> d(
-        libdeflate_alloc_decompressor(), &libdeflate_free_decompressor);
-    Bytes out(expected);
-    std::size_t in = 0;
-    std::size_t produced = 0;
-    if (libdeflate_zlib_decompress_ex(d.get(), zlib.data(), zlib.size(), out.data(), out.size(),
-                                      &in, &produced) != LIBDEFLATE_SUCCESS ||
-        in != zlib.size() || produced != expected)
-        return std::nullopt;
-    return out;
+    return test::inflateExactly(zlib, test::StreamFormat::zlib, expected);
 }
 
 TEST(ParallelZlibCompressor, JoinsChunksOfEveryKindIntoOneValidStream) {
