@@ -12,6 +12,7 @@
 
 #include "DeflateBlockShape.h"
 #include "DeflateStreamWriter.h"
+#include "LargeBuffers.h"
 
 namespace zd {
 
@@ -44,7 +45,9 @@ class ByteArena {
     std::uint8_t* tail(std::size_t count) {
         if (size_ + count > capacity_) {
             const std::size_t capacity = std::max(size_ + count, capacity_ * 2);
-            auto grown = std::make_unique_for_overwrite<std::uint8_t[]>(capacity);
+            auto grown = LargeBuffers::bytes(capacity);
+            if (!grown)
+                throw std::bad_alloc();
             if (size_ > 0)
                 std::memcpy(grown.get(), data_.get(), size_);
             data_ = std::move(grown);
@@ -188,7 +191,7 @@ bool ParallelZlibCompressor::compress(std::size_t chunkCount, const ChunkSource&
                 failed = true;
             }
         };
-        std::vector<std::jthread> helpers;
+        std::vector<std::thread> helpers;
         for (std::size_t id = 1; id < workerCount; ++id) {
             try {
                 helpers.emplace_back(work, static_cast<int>(id));
@@ -197,7 +200,8 @@ bool ParallelZlibCompressor::compress(std::size_t chunkCount, const ChunkSource&
             }
         }
         work(0);
-        helpers.clear();
+        for (std::thread& helper : helpers)
+            helper.join();
         if (failed)
             return false;
 

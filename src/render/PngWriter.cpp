@@ -6,7 +6,6 @@
 #include <cstring>
 #include <memory>
 #include <mutex>
-#include <thread>
 
 #include "LargeBuffers.h"
 #include "ParallelZlibCompressor.h"
@@ -88,7 +87,8 @@ bool compressInParallel(const Image& image, const PngWriter::Options& options,
     return done;
 }
 
-// All rows filtered first (on the worker threads), then one stream at the given level.
+// All rows filtered first, then one stream at the given level, on this thread: the way to
+// compare levels in the benchmark.
 bool compressAsOneStream(const Image& image, const PngWriter::Options& options,
                          PngWriter::Timings& timings, std::vector<std::uint8_t>& png) {
     const auto started = Clock::now();
@@ -98,21 +98,7 @@ bool compressAsOneStream(const Image& image, const PngWriter::Options& options,
     const auto filtered = LargeBuffers::bytes(total);
     if (!filtered)
         return false;
-    const int threads = std::clamp(options.threads, 1, 8);
-    {
-        std::vector<std::jthread> workers;
-        for (int t = 1; t < threads && rows >= 64; ++t) {
-            const int first = rows * t / threads;
-            const int last = rows * (t + 1) / threads;
-            workers.emplace_back([&, first, last] {
-                PngRowFilter::filterRows(
-                    image, options.filter, first, last,
-                    filtered.get() + static_cast<std::size_t>(first) * scanline);
-            });
-        }
-        const int firstShare = workers.empty() ? rows : rows / threads;
-        PngRowFilter::filterRows(image, options.filter, 0, firstShare, filtered.get());
-    }
+    PngRowFilter::filterRows(image, options.filter, 0, rows, filtered.get());
     const auto filteredAt = Clock::now();
     timings.rows = filteredAt - started;
 

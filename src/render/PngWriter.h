@@ -21,8 +21,8 @@ class PngWriter {
 
     struct Options {
         Filter filter = Filter::average;
-        // libdeflate level, 0…12. The fastest level, 1, compresses rows on all threads; the
-        // others compress one stream on one thread (for comparing in the benchmark).
+        // libdeflate level, 0…12. The fastest level, 1, converts and compresses rows on all
+        // the threads; the others compress one stream on one thread (for comparing levels).
         int compressionLevel = 1;
         int threads = 2;
     };
