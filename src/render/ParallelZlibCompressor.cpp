@@ -83,6 +83,7 @@ struct Worker {
     Compressor compressor = makeCompressor();
     std::vector<std::uint8_t> input;
     ByteArena packed;
+    std::size_t storedForWantOfABlock = 0;  // compressible bytes that had to be stored
 };
 
 // Compresses `size` bytes into reopened blocks, halving the range until libdeflate returns
@@ -104,6 +105,8 @@ void compressRange(Worker& worker, const std::uint8_t* data, std::size_t size,
         return;
     }
     if (shape.kind == DeflateBlockShape::Kind::stored || size <= kSmallestSplit) {
+        if (shape.kind != DeflateBlockShape::Kind::stored)
+            worker.storedForWantOfABlock += size;
         std::memcpy(out, data, size);
         pieces.push_back({offset, size, 0});
         worker.packed.commit(size);
@@ -204,6 +207,17 @@ bool ParallelZlibCompressor::compress(std::size_t chunkCount, const ChunkSource&
             helper.join();
         if (failed)
             return false;
+        // Data that libdeflate keeps answering with fixed-code blocks (long runs in small
+        // chunks), or a libdeflate whose blocks don't fall as expected: one stream keeps the
+        // picture small.
+        std::size_t input = 0;
+        std::size_t stored = 0;
+        for (const ChunkResult& result : results)
+            input += result.length;
+        for (const Worker& worker : workers)
+            stored += worker.storedForWantOfABlock;
+        if (stored > input / 8)
+            return compressWhole(chunkCount, source, out);
 
         std::size_t bound = sizeof kZlibHeader + DeflateStreamWriter::kFinishBound + 4;
         for (const ChunkResult& result : results)
