@@ -31,8 +31,8 @@ struct CompressorDeleter {
 };
 using Compressor = std::unique_ptr<libdeflate_compressor, CompressorDeleter>;
 
-Compressor makeCompressor() {
-    Compressor compressor(libdeflate_alloc_compressor(kLevel));
+Compressor makeCompressor(int level) {
+    Compressor compressor(libdeflate_alloc_compressor(level));
     if (!compressor)
         throw std::bad_alloc();
     return compressor;
@@ -80,7 +80,7 @@ struct ChunkResult {
 };
 
 struct Worker {
-    Compressor compressor = makeCompressor();
+    Compressor compressor = makeCompressor(kLevel);
     std::vector<std::uint8_t> input;
     ByteArena packed;
     std::size_t storedForWantOfABlock = 0;  // compressible bytes that had to be stored
@@ -146,32 +146,39 @@ void putBigEndian32(std::uint8_t* p, std::uint32_t v) {
 // zlib header: deflate with a 32 KiB window, "fastest" level hint, check bits.
 constexpr std::uint8_t kZlibHeader[2] = {0x78, 0x01};
 
-bool compressWhole(std::size_t chunkCount, const ParallelZlibCompressor::ChunkSource& source,
-                   std::vector<std::uint8_t>& out) {
-    std::vector<std::uint8_t> all;
-    std::vector<std::uint8_t> chunk;
-    for (std::size_t i = 0; i < chunkCount; ++i) {
-        source(i, chunk);
-        all.insert(all.end(), chunk.begin(), chunk.end());
-    }
-    const Compressor compressor = makeCompressor();
-    const std::size_t start = out.size();
-    const std::size_t bound = libdeflate_zlib_compress_bound(compressor.get(), all.size());
-    out.resize(start + bound);
-    const std::size_t written = libdeflate_zlib_compress(compressor.get(), all.data(), all.size(),
-                                                         out.data() + start, bound);
-    out.resize(written > 0 ? start + written : start);
-    return written > 0;
-}
-
 }  // namespace
+
+bool ParallelZlibCompressor::compressAsOneStream(std::size_t chunkCount, const ChunkSource& source,
+                                                 int level, std::vector<std::uint8_t>& out) {
+    const std::size_t start = out.size();
+    try {
+        std::vector<std::uint8_t> all;
+        std::vector<std::uint8_t> chunk;
+        for (std::size_t i = 0; i < chunkCount; ++i) {
+            source(i, chunk);
+            if (i == 0)
+                all.reserve(chunk.size() * chunkCount);
+            all.insert(all.end(), chunk.begin(), chunk.end());
+        }
+        const Compressor compressor = makeCompressor(std::clamp(level, 0, 12));
+        const std::size_t bound = libdeflate_zlib_compress_bound(compressor.get(), all.size());
+        out.resize(start + bound);
+        const std::size_t written = libdeflate_zlib_compress(compressor.get(), all.data(),
+                                                             all.size(), out.data() + start, bound);
+        out.resize(written > 0 ? start + written : start);
+        return written > 0;
+    } catch (const std::bad_alloc&) {
+        out.resize(start);
+        return false;
+    }
+}
 
 bool ParallelZlibCompressor::compress(std::size_t chunkCount, const ChunkSource& source,
                                       int threads, std::vector<std::uint8_t>& out) {
     const std::size_t start = out.size();
     try {
         if (chunkCount < kFewestChunksToSplit)
-            return compressWhole(chunkCount, source, out);
+            return compressAsOneStream(chunkCount, source, kLevel, out);
 
         const std::size_t workerCount =
             std::min(static_cast<std::size_t>(std::max(threads, 1)), chunkCount);
@@ -217,7 +224,7 @@ bool ParallelZlibCompressor::compress(std::size_t chunkCount, const ChunkSource&
         for (const Worker& worker : workers)
             stored += worker.storedForWantOfABlock;
         if (stored > input / 8)
-            return compressWhole(chunkCount, source, out);
+            return compressAsOneStream(chunkCount, source, kLevel, out);
 
         std::size_t bound = sizeof kZlibHeader + DeflateStreamWriter::kFinishBound + 4;
         for (const ChunkResult& result : results)

@@ -26,6 +26,11 @@ class ParallelZlibCompressor {
     // memory runs out or compression fails; `out` is then as it was.
     static bool compress(std::size_t chunkCount, const ChunkSource& source, int threads,
                          std::vector<std::uint8_t>& out);
+
+    // The same stream as one libdeflate call at `level` (0…12) on this thread, the chunks
+    // gathered first: for inputs too small to split, and for comparing levels.
+    static bool compressAsOneStream(std::size_t chunkCount, const ChunkSource& source, int level,
+                                    std::vector<std::uint8_t>& out);
 };
 
 }  // namespace zd

@@ -7,7 +7,6 @@
 #include <memory>
 #include <mutex>
 
-#include "LargeBuffers.h"
 #include "ParallelZlibCompressor.h"
 
 namespace zd {
@@ -42,10 +41,6 @@ void appendChunk(std::vector<std::uint8_t>& png, const char type[4],
     sealChunk(png, start, type, data.size());
 }
 
-struct CompressorDeleter {
-    void operator()(libdeflate_compressor* c) const { libdeflate_free_compressor(c); }
-};
-
 // Thread time spent in stages, added up across threads.
 class StageClock {
   public:
@@ -60,9 +55,9 @@ class StageClock {
 };
 
 // The rows in groups of about one libdeflate block each, converted, filtered and compressed
-// on the worker threads.
-bool compressInParallel(const Image& image, const PngWriter::Options& options,
-                        PngWriter::Timings& timings, std::vector<std::uint8_t>& png) {
+// on the worker threads (at the fastest level) or on this one.
+bool compressRows(const Image& image, const PngWriter::Options& options,
+                  PngWriter::Timings& timings, std::vector<std::uint8_t>& png) {
     const std::size_t scanline = PngRowFilter::scanlineBytes(image.width());
     const int rowsPerChunk =
         static_cast<int>(std::max<std::size_t>(1, ParallelZlibCompressor::kChunkBytes / scanline));
@@ -77,43 +72,17 @@ bool compressInParallel(const Image& image, const PngWriter::Options& options,
         PngRowFilter::filterRows(image, options.filter, first, last, bytes.data());
         clock.add(timings.rows, started);
     };
+    const bool parallel = options.compressionLevel == 1;
+    const int threads = parallel ? std::clamp(options.threads, 1, 8) : 1;
     const auto started = Clock::now();
-    const bool done =
-        ParallelZlibCompressor::compress(chunks, source, std::clamp(options.threads, 1, 8), png);
+    const bool done = parallel ? ParallelZlibCompressor::compress(chunks, source, threads, png)
+                               : ParallelZlibCompressor::compressAsOneStream(
+                                     chunks, source, options.compressionLevel, png);
     // Whatever wasn't spent on rows went to compressing.
-    timings.deflate = std::chrono::duration_cast<std::chrono::nanoseconds>(
-                          (Clock::now() - started) * std::clamp(options.threads, 1, 8)) -
-                      timings.rows;
+    timings.deflate =
+        std::chrono::duration_cast<std::chrono::nanoseconds>((Clock::now() - started) * threads) -
+        timings.rows;
     return done;
-}
-
-// All rows filtered first, then one stream at the given level, on this thread: the way to
-// compare levels in the benchmark.
-bool compressAsOneStream(const Image& image, const PngWriter::Options& options,
-                         PngWriter::Timings& timings, std::vector<std::uint8_t>& png) {
-    const auto started = Clock::now();
-    const std::size_t scanline = PngRowFilter::scanlineBytes(image.width());
-    const int rows = image.height();
-    const std::size_t total = scanline * static_cast<std::size_t>(rows);
-    const auto filtered = LargeBuffers::bytes(total);
-    if (!filtered)
-        return false;
-    PngRowFilter::filterRows(image, options.filter, 0, rows, filtered.get());
-    const auto filteredAt = Clock::now();
-    timings.rows = filteredAt - started;
-
-    const std::unique_ptr<libdeflate_compressor, CompressorDeleter> compressor(
-        libdeflate_alloc_compressor(std::clamp(options.compressionLevel, 0, 12)));
-    if (!compressor)
-        return false;
-    const std::size_t start = png.size();
-    const std::size_t bound = libdeflate_zlib_compress_bound(compressor.get(), total);
-    png.resize(start + bound);
-    const std::size_t compressed = libdeflate_zlib_compress(compressor.get(), filtered.get(), total,
-                                                            png.data() + start, bound);
-    png.resize(start + compressed);
-    timings.deflate = Clock::now() - filteredAt;
-    return compressed > 0;
 }
 
 }  // namespace
@@ -153,10 +122,7 @@ std::optional<std::vector<std::uint8_t>> PngWriter::encode(const Image& image,
         const std::size_t idatStart = png.size();
         png.resize(idatStart + 8);
         Timings spent;
-        const bool compressed = options.compressionLevel == 1
-                                    ? compressInParallel(image, options, spent, png)
-                                    : compressAsOneStream(image, options, spent, png);
-        if (!compressed)
+        if (!compressRows(image, options, spent, png))
             return std::nullopt;
         const std::size_t idatLength = png.size() - idatStart - 8;
         png.resize(png.size() + 4);
