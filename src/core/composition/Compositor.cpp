@@ -115,11 +115,7 @@ Layout layout(const Inputs& inputs, const std::optional<ScreenInfo>& mainScreen,
 }
 
 Image render(const Inputs& inputs, const Platform& platform) {
-    const std::optional<int> pixelsWide = pixelCount(inputs.canvas.width);
-    const std::optional<int> pixelsHigh = pixelCount(inputs.canvas.height);
-    if (!pixelsWide || !pixelsHigh)
-        return Image();
-    std::unique_ptr<Canvas> canvas = platform.canvases.makeCanvas(*pixelsWide, *pixelsHigh);
+    std::unique_ptr<Canvas> canvas = makeCanvasOfSize(platform.canvases, inputs.canvas);
     if (!canvas)
         return Image();
 

@@ -64,9 +64,7 @@ Image Placeholders::fullDisplay(AppearanceMode mode, Size size) {
     if (auto found = fullDisplayCache_.find(key); found != fullDisplayCache_.end()) {
         return found->second;
     }
-    const auto w = pixelCount(size.width);
-    const auto h = pixelCount(size.height);
-    std::unique_ptr<Canvas> canvas = (w && h) ? canvases_.makeCanvas(*w, *h) : nullptr;
+    std::unique_ptr<Canvas> canvas = makeCanvasOfSize(canvases_, size);
     if (!canvas)
         return Image();
     drawFullDisplay(*canvas, mode, size);
@@ -76,9 +74,7 @@ Image Placeholders::fullDisplay(AppearanceMode mode, Size size) {
 }
 
 Image Placeholders::makeWindow(AppearanceMode mode, Size size) const {
-    const auto w = pixelCount(size.width);
-    const auto h = pixelCount(size.height);
-    std::unique_ptr<Canvas> canvas = (w && h) ? canvases_.makeCanvas(*w, *h) : nullptr;
+    std::unique_ptr<Canvas> canvas = makeCanvasOfSize(canvases_, size);
     if (!canvas)
         return Image();
     drawWindow(*canvas, mode, size);
