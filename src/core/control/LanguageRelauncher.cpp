@@ -4,6 +4,7 @@
 #include <cctype>
 #include <chrono>
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <regex>
 
@@ -45,6 +46,12 @@ class SteadySleep {
     Clock& clock_;
     Nanos delay_;
 };
+
+// Asks `done` every poll interval until it holds or `limit` has passed (always at least once).
+Task<void> pollUntil(Clock& clock, Nanos limit, std::function<bool()> done) {
+    for (const Nanos deadline = clock.now() + limit; !done() && clock.now() < deadline;)
+        co_await SteadySleep(clock, pollInterval);
+}
 
 // Seconds as a duration, for delays the caller gives. Negative or not-a-number counts as
 // none and the too-large is capped, so no input can overflow the clock's arithmetic.
@@ -186,13 +193,7 @@ Task<Expected<CaptureTarget, Failure>> relaunch(Environment env, CaptureTarget t
     if (processes.runningApplication(pid))
         processes.terminate(pid);
 
-    for (const Nanos deadline = clock.now() + quitWait;;) {
-        if (!processes.runningApplication(pid))
-            break;
-        if (clock.now() >= deadline)
-            break;
-        co_await SteadySleep(clock, pollInterval);
-    }
+    co_await pollUntil(clock, quitWait, [&] { return !processes.runningApplication(pid); });
 
     if (auto app = processes.runningApplication(pid); app && !app->isTerminated) {
         processes.forceTerminate(pid);
@@ -200,13 +201,8 @@ Task<Expected<CaptureTarget, Failure>> relaunch(Environment env, CaptureTarget t
     }
 
     // Other instances aren't ended here; they only use up this wait.
-    for (const Nanos deadline = clock.now() + bundleGoneWait;;) {
-        if (processes.runningApplications(bundleID).empty())
-            break;
-        if (clock.now() >= deadline)
-            break;
-        co_await SteadySleep(clock, pollInterval);
-    }
+    co_await pollUntil(clock, bundleGoneWait,
+                       [&] { return processes.runningApplications(bundleID).empty(); });
 
     co_await onWorker(*env.workers, [&overrides, &bundleID, &languageCode] {
         runDefaults(overrides,
@@ -265,13 +261,8 @@ Task<void> revertToOriginalLanguage(Environment env, std::string bundleID) {
 
     for (const auto& app : processes.runningApplications(bundleID))
         processes.terminate(app.pid);
-    for (const Nanos deadline = clock.now() + quitWait;;) {
-        if (processes.runningApplications(bundleID).empty())
-            break;
-        if (clock.now() >= deadline)
-            break;
-        co_await SteadySleep(clock, pollInterval);
-    }
+    co_await pollUntil(clock, quitWait,
+                       [&] { return processes.runningApplications(bundleID).empty(); });
     for (const auto& app : processes.runningApplications(bundleID)) {
         if (!app.isTerminated)
             processes.forceTerminate(app.pid);
