@@ -169,14 +169,32 @@ class Parser {
         return parseNumber();
     }
 
+    // What follows a member or an element: a comma and another one, or the closing bracket.
+    enum class Next { another, closed, malformed };
+    Next afterItem(char close) {
+        skipSpace();
+        if (pos_ >= text_.size())
+            return Next::malformed;
+        const char c = text_[pos_++];
+        if (c == ',')
+            return Next::another;
+        return c == close ? Next::closed : Next::malformed;
+    }
+
+    // An empty object or array: the closing bracket straight after the opening one.
+    bool closesAtOnce(char close) {
+        skipSpace();
+        if (pos_ >= text_.size() || text_[pos_] != close)
+            return false;
+        ++pos_;
+        return true;
+    }
+
     std::optional<Value> parseObject(int depth) {
         ++pos_;  // '{'
         ValueDictionary members;
-        skipSpace();
-        if (pos_ < text_.size() && text_[pos_] == '}') {
-            ++pos_;
+        if (closesAtOnce('}'))
             return Value(std::move(members));
-        }
         while (true) {
             skipSpace();
             if (pos_ >= text_.size() || text_[pos_] != '"')
@@ -192,44 +210,29 @@ class Parser {
             if (!member)
                 return std::nullopt;
             members[*key] = std::move(*member);  // a repeated key: the last one counts
-            skipSpace();
-            if (pos_ >= text_.size())
+            const Next next = afterItem('}');
+            if (next == Next::malformed)
                 return std::nullopt;
-            if (text_[pos_] == ',') {
-                ++pos_;
-                continue;
-            }
-            if (text_[pos_] != '}')
-                return std::nullopt;
-            ++pos_;
-            return Value(std::move(members));
+            if (next == Next::closed)
+                return Value(std::move(members));
         }
     }
 
     std::optional<Value> parseArray(int depth) {
         ++pos_;  // '['
         ValueArray elements;
-        skipSpace();
-        if (pos_ < text_.size() && text_[pos_] == ']') {
-            ++pos_;
+        if (closesAtOnce(']'))
             return Value(std::move(elements));
-        }
         while (true) {
             auto element = parseValue(depth + 1);
             if (!element)
                 return std::nullopt;
             elements.push_back(std::move(*element));
-            skipSpace();
-            if (pos_ >= text_.size())
+            const Next next = afterItem(']');
+            if (next == Next::malformed)
                 return std::nullopt;
-            if (text_[pos_] == ',') {
-                ++pos_;
-                continue;
-            }
-            if (text_[pos_] != ']')
-                return std::nullopt;
-            ++pos_;
-            return Value(std::move(elements));
+            if (next == Next::closed)
+                return Value(std::move(elements));
         }
     }
 
