@@ -3,9 +3,9 @@
 #include <libdeflate.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 #include <memory>
-#include <mutex>
 
 #include "ParallelZlibCompressor.h"
 
@@ -41,19 +41,6 @@ void appendChunk(std::vector<std::uint8_t>& png, const char type[4],
     sealChunk(png, start, type, data.size());
 }
 
-// Thread time spent in stages, added up across threads.
-class StageClock {
-  public:
-    void add(std::chrono::nanoseconds& stage, Clock::time_point since) {
-        const auto spent = Clock::now() - since;
-        const std::lock_guard lock(mutex_);
-        stage += std::chrono::duration_cast<std::chrono::nanoseconds>(spent);
-    }
-
-  private:
-    std::mutex mutex_;
-};
-
 // The rows in groups of about one libdeflate block each, converted, filtered and compressed
 // on the worker threads (at the fastest level) or on this one.
 bool compressRows(const Image& image, const PngWriter::Options& options,
@@ -63,14 +50,15 @@ bool compressRows(const Image& image, const PngWriter::Options& options,
         static_cast<int>(std::max<std::size_t>(1, ParallelZlibCompressor::kChunkBytes / scanline));
     const int rows = image.height();
     const auto chunks = static_cast<std::size_t>((rows + rowsPerChunk - 1) / rowsPerChunk);
-    StageClock clock;
+    std::atomic<std::chrono::nanoseconds::rep> rowTime{0};  // added up across threads
     const auto source = [&](std::size_t index, std::vector<std::uint8_t>& bytes) {
         const auto started = Clock::now();
         const int first = static_cast<int>(index) * rowsPerChunk;
         const int last = std::min(rows, first + rowsPerChunk);
         bytes.resize(static_cast<std::size_t>(last - first) * scanline);
         PngRowFilter::filterRows(image, options.filter, first, last, bytes.data());
-        clock.add(timings.rows, started);
+        rowTime +=
+            std::chrono::duration_cast<std::chrono::nanoseconds>(Clock::now() - started).count();
     };
     const bool parallel = options.compressionLevel == 1;
     const int threads = parallel ? std::clamp(options.threads, 1, 8) : 1;
@@ -78,6 +66,7 @@ bool compressRows(const Image& image, const PngWriter::Options& options,
     const bool done = parallel ? ParallelZlibCompressor::compress(chunks, source, threads, png)
                                : ParallelZlibCompressor::compressAsOneStream(
                                      chunks, source, options.compressionLevel, png);
+    timings.rows = std::chrono::nanoseconds(rowTime.load());
     // Whatever wasn't spent on rows went to compressing.
     timings.deflate =
         std::chrono::duration_cast<std::chrono::nanoseconds>((Clock::now() - started) * threads) -
