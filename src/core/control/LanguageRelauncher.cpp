@@ -8,6 +8,7 @@
 #include <limits>
 #include <regex>
 
+#include "capture/WindowRecord.h"
 #include "control/Utf8.h"
 #include "env/LanguageOverrideBackend.h"
 #include "env/ProcessBackend.h"
@@ -78,27 +79,6 @@ void runDefaults(LanguageOverrideBackend& overrides, const std::vector<std::stri
     (void)overrides.runDefaults(arguments);  // every failure is dropped
 }
 
-std::optional<std::int64_t> integerFor(const Value& entry, const char* key) {
-    const Value* v = entry.find(key);
-    return v ? v->asInteger() : std::nullopt;
-}
-
-// The bounds test: no bounds, or bounds of another type, pass; a dictionary must hold a
-// width of at least 200 and a height of at least 100, a missing member counting as 0.
-bool bigEnough(const Value& entry) {
-    const Value* bounds = entry.find(WindowKey::bounds);
-    if (!bounds || !bounds->isDictionary())
-        return true;
-    const auto& dict = *bounds->asDictionary();
-    if (!std::all_of(dict.begin(), dict.end(), [](const auto& kv) { return kv.second.isNumber(); }))
-        return true;
-    auto number = [&](const char* key) {
-        const Value* v = bounds->find(key);
-        return v ? v->asNumber().value_or(0) : 0.0;
-    };
-    return number("Width") >= 200 && number("Height") >= 100;
-}
-
 }  // namespace
 
 bool matchesLanguage(std::string_view a, std::string_view b) {
@@ -142,25 +122,18 @@ std::optional<CaptureTarget> firstQualifyingWindow(const Value& windowList, std:
             return std::nullopt;  // not a list of dictionaries
     }
     for (const Value& entry : *entries) {
-        if (integerFor(entry, WindowKey::layer) != 0)
+        if (WindowRecord::layer(entry) != 0 || WindowRecord::ownerPID(entry) != pid)
             continue;
-        const auto owner = integerFor(entry, WindowKey::ownerPID);
-        if (!owner || *owner != pid)
-            continue;
-        const auto number = integerFor(entry, WindowKey::number);
-        if (!number || *number < 0 || *number > std::numeric_limits<std::uint32_t>::max())
-            continue;
-        const Value* ownerName = entry.find(WindowKey::ownerName);
-        if (!ownerName || !ownerName->isString())
-            continue;
-        if (!bigEnough(entry))
+        const auto number = WindowRecord::number(entry);
+        const auto ownerName = WindowRecord::ownerName(entry);
+        // No bounds, or bounds that aren't all numbers, pass; a missing side counts as 0.
+        if (!number || !ownerName || !WindowRecord::passesSize(entry, 200, 100))
             continue;
 
         CaptureTarget target;
-        target.id = static_cast<std::uint32_t>(*number);
-        target.appName = *ownerName->asString();
-        const Value* name = entry.find(WindowKey::name);
-        target.title = name && name->isString() ? *name->asString() : std::string();
+        target.id = *number;
+        target.appName = *ownerName;
+        target.title = WindowRecord::name(entry);
         target.pid = pid;
         return target;
     }
