@@ -159,12 +159,7 @@ void ContentView::showAllWindowsCaptureSummary() {
 
 void ContentView::restoreSourceSelection(const std::optional<std::string>& bundleID,
                                          const std::optional<std::string>& appName) {
-    targets = services_.currentTargets();
-    if (auto found = SourceSelection::findApplication(targets, bundleID, appName)) {
-        selectedTargetID = found;
-        return;
-    }
-    selectedTargetID = SourceSelection::keptSelection(targets, selectedTargetID);
+    restoreAttempt(bundleID, appName, clock().now());  // one attempt: its deadline is now
 }
 
 void ContentView::restoreSourceSelectionWithRetry(const std::optional<std::string>& bundleID,
