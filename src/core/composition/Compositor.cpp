@@ -149,13 +149,18 @@ Image render(const Inputs& inputs, const Platform& platform) {
     return canvas->finish();
 }
 
-Image render(const Inputs& inputs, const Environment& env) {
+std::optional<Platform> platformOf(const Environment& env) {
     if (!env.canvases || !env.images)
-        return Image();
+        return std::nullopt;
     const std::optional<ScreenInfo> screen =
         env.screens ? env.screens->mainScreen() : std::optional<ScreenInfo>();
     const double barPts = env.windowList ? realMenuBarHeightPts(*env.windowList) : 24.0;
-    return render(inputs, Platform{*env.canvases, *env.images, screen, barPts});
+    return Platform{*env.canvases, *env.images, screen, barPts};
+}
+
+Image render(const Inputs& inputs, const Environment& env) {
+    const std::optional<Platform> platform = platformOf(env);
+    return platform ? render(inputs, *platform) : Image();
 }
 
 Expected<std::vector<std::uint8_t>, OutputError> encodePNG(const Image& image,

@@ -62,8 +62,12 @@ struct Layout {
 // too large) gives an empty image, which writePNG then refuses.
 Image render(const Inputs& inputs, const Platform& platform);
 
-// The same, asking the environment for the main screen and the live menu bar's height on each
-// call. Without a canvas factory or an image codec in the environment: an empty image.
+// What render reads, asked of the environment now: the main screen and the live menu bar's
+// height. Nothing without a canvas factory or an image codec in the environment.
+std::optional<Platform> platformOf(const Environment& env);
+
+// The same, with the platform asked of the environment on each call; an empty image when it
+// can't be had.
 Image render(const Inputs& inputs, const Environment& env);
 
 // The placement of the image for the inputs, as render draws it.

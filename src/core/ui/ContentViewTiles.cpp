@@ -2,8 +2,6 @@
 // and for saved shots alike.
 
 #include "composition/Compositor.h"
-#include "env/ScreenBackend.h"
-#include "env/WindowListBackend.h"
 #include "ui/ContentView.h"
 
 namespace zd {
@@ -23,17 +21,12 @@ TileState ContentView::tileState() const {
 }
 
 Image ContentView::renderTile(const PlanEntry& entry, const CapturedShot* real, Size canvas) const {
-    if (!env_.canvases || !env_.images)
+    const std::optional<Compositor::Platform> platform = Compositor::platformOf(env_);
+    if (!platform)
         return Image();
     if (!placeholders_)
         placeholders_ = std::make_unique<Placeholders>(*env_.canvases);
-    std::optional<ScreenInfo> mainScreen;
-    if (env_.screens)
-        mainScreen = env_.screens->mainScreen();
-    const double barHeight =
-        env_.windowList ? Compositor::realMenuBarHeightPts(*env_.windowList) : 24.0;
-    const Compositor::Platform platform{*env_.canvases, *env_.images, mainScreen, barHeight};
-    return zd::renderTile(entry.mode, real, canvas, tileState(), *placeholders_, platform);
+    return zd::renderTile(entry.mode, real, canvas, tileState(), *placeholders_, *platform);
 }
 
 }  // namespace zd
