@@ -15,10 +15,6 @@ namespace zd::CaptureEngine {
 
 namespace {
 
-// Layers of the menu bar and of its status items.
-constexpr int kMenuBarLayer = 24;
-constexpr int kStatusItemLayer = 25;
-
 const Shadow kStackShadow{Point{0, -16.0}, 56.0, Color::black(0.4)};
 
 std::map<std::uint32_t, const ShareableWindow*> indexById(
@@ -72,10 +68,8 @@ Expected<FullDisplayLayout, CaptureFailure> layoutFromSnapshot(const ShareableCo
     for (const auto& w : content.windows) {
         if (!w.owningApplication || w.owningApplication->processID == ownPid)
             continue;
-        if (w.windowLayer < 0 || w.windowLayer == kMenuBarLayer ||
-            w.windowLayer == kStatusItemLayer) {
+        if (!WindowRecord::isOrdinaryLayer(w.windowLayer))
             continue;
-        }
         kept.push_back(w);
     }
     auto index = indexById(kept);

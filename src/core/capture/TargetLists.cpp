@@ -77,7 +77,7 @@ std::vector<CompositeEntry> freshCompositeRows(const Environment& env,
     const std::int32_t ownPid = env.processes->currentProcessId();
     for (const Value& entry : *entries) {
         auto layer = WindowRecord::layer(entry);
-        if (!layer || *layer < 0 || *layer == 24 || *layer == 25)
+        if (!layer || !WindowRecord::isOrdinaryLayer(*layer))
             continue;
         auto pid = WindowRecord::ownerPID(entry);
         if (!pid || *pid == ownPid)

@@ -11,6 +11,15 @@
 
 namespace zd::WindowRecord {
 
+// The layers of the menu bar and of its status items, which are windows of their own.
+inline constexpr int menuBarLayer = 24;
+inline constexpr int statusItemLayer = 25;
+
+// A layer ordinary windows live on: not below the desktop, not the menu bar's or its items'.
+constexpr bool isOrdinaryLayer(std::int64_t layer) {
+    return layer >= 0 && layer != menuBarLayer && layer != statusItemLayer;
+}
+
 std::optional<std::int64_t> layer(const Value& record);
 std::optional<std::int32_t> ownerPID(const Value& record);
 std::optional<std::string> ownerName(const Value& record);

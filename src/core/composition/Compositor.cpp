@@ -8,6 +8,7 @@
 #include <limits>
 #include <memory>
 
+#include "capture/WindowRecord.h"
 #include "composition/Canvas.h"
 #include "composition/MenuBarRenderer.h"
 #include "env/CanvasFactory.h"
@@ -204,38 +205,24 @@ Expected<void, OutputError> writePNG(const Image& image, const std::filesystem::
     return writeEncodedPNG(*data, path);
 }
 
-double realMenuBarHeightPts(const std::optional<std::vector<Value>>& onScreenWindows) {
+double realMenuBarHeightPts(const std::optional<std::span<const Value>>& onScreenWindows) {
     constexpr double fallback = 24.0;
     if (!onScreenWindows)
         return fallback;
     for (const Value& window : *onScreenWindows) {
-        const Value* layer = window.find("kCGWindowLayer");
-        if (!layer || layer->asInteger() != 24)
+        if (WindowRecord::layer(window) != WindowRecord::menuBarLayer)
             continue;
-        const Value* bounds = window.find("kCGWindowBounds");
-        const ValueDictionary* numbers = bounds ? bounds->asDictionary() : nullptr;
-        if (!numbers)
-            continue;
-        const bool allNumbers =
-            std::all_of(numbers->begin(), numbers->end(),
-                        [](const auto& entry) { return entry.second.isNumber(); });
-        if (!allNumbers)
-            continue;
-        const auto height = numbers->find("Height");
-        if (height == numbers->end())
-            continue;
-        const double value = *height->second.asNumber();
-        if (value > 0)
-            return value;
+        const WindowRecord::BoundsSize size = WindowRecord::boundsSize(window);
+        if (size.readable && size.height && *size.height > 0)
+            return *size.height;
     }
     return fallback;
 }
 
 double realMenuBarHeightPts(const WindowListBackend& windowList) {
-    // On-screen windows only (the window server's option 1).
-    const Value list = windowList.windowList(static_cast<WindowListOption>(1u));
+    const Value list = windowList.windowList(WindowListOption::onScreenOnly);
     const ValueArray* windows = list.asArray();
-    return realMenuBarHeightPts(windows ? std::optional<std::vector<Value>>(*windows)
+    return realMenuBarHeightPts(windows ? std::optional<std::span<const Value>>(*windows)
                                         : std::nullopt);
 }
 

@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "composition/OutputError.h"
@@ -87,7 +88,7 @@ Expected<void, OutputError> writePNG(const Image& image, const std::filesystem::
 // Height in points of the live menu bar: the "Height" of the first on-screen window whose
 // kCGWindowLayer is the integer 24 and whose kCGWindowBounds is a dictionary of numbers with a
 // "Height" above 0; 24.0 when there's no list or no such window.
-double realMenuBarHeightPts(const std::optional<std::vector<Value>>& onScreenWindows);
+double realMenuBarHeightPts(const std::optional<std::span<const Value>>& onScreenWindows);
 // The same over the window server's list of on-screen windows.
 double realMenuBarHeightPts(const WindowListBackend& windowList);
 

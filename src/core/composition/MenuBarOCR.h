@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "capture/WindowRecord.h"
 #include "env/Environment.h"
 #include "env/TextRecognitionBackend.h"
 #include "model/Geometry.h"
@@ -27,8 +28,8 @@ struct Item {
 };
 
 // The window levels of the menu bar and of the status items, which are windows of their own.
-inline constexpr int menuBarWindowLevel = 24;
-inline constexpr int statusItemWindowLevel = 25;
+inline constexpr int menuBarWindowLevel = WindowRecord::menuBarLayer;
+inline constexpr int statusItemWindowLevel = WindowRecord::statusItemLayer;
 // Pixels per point of the captured bar, whatever the display's own scale.
 inline constexpr double captureScale = 2.0;
 // Text boxes starting at or right of this fraction of the width are status text, not titles.
