@@ -68,7 +68,6 @@ ClientWindow EwmhClients::describe(xcb_window_t window) const {
     }
     client.bounds = connection_->rootGeometry(window);
     client.layer = layerOf(window);
-    client.desktop = connection_->cardinal(window, atoms.netWmDesktop);
     return client;
 }
 

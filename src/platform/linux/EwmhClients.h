@@ -1,7 +1,7 @@
 #pragma once
 // The window manager's managed windows as EWMH describes them, front-most first, each with
-// what the window lists need: owner pid, application name, title, bounds in root coordinates,
-// the layer its type puts it on, and its desktop. Window numbers are X window ids.
+// what the window lists need: owner pid, application name, title, bounds in root coordinates
+// and the layer its type puts it on. Window numbers are X window ids.
 
 #include <cstdint>
 #include <optional>
@@ -30,8 +30,6 @@ struct ClientWindow {
     std::string title;
     std::optional<Rect> bounds;
     int layer = Layer::normal;
-    // _NET_WM_DESKTOP: index, or 0xFFFFFFFF for every desktop; none when unset.
-    std::optional<std::uint32_t> desktop;
 };
 
 class EwmhClients {

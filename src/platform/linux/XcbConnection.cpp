@@ -31,12 +31,11 @@ XcbConnection::XcbConnection(xcb_connection_t* connection, int screenNumber)
         xcb_screen_next(&it);
     screen_ = it.rem ? it.data : nullptr;
 
-    const std::array<std::pair<xcb_atom_t*, std::string_view>, 31> names{{
+    const std::array<std::pair<xcb_atom_t*, std::string_view>, 27> names{{
         {&atoms_.netClientListStacking, "_NET_CLIENT_LIST_STACKING"},
         {&atoms_.netClientList, "_NET_CLIENT_LIST"},
         {&atoms_.netWmPid, "_NET_WM_PID"},
         {&atoms_.netWmName, "_NET_WM_NAME"},
-        {&atoms_.utf8String, "UTF8_STRING"},
         {&atoms_.netWmWindowType, "_NET_WM_WINDOW_TYPE"},
         {&atoms_.netWmWindowTypeNormal, "_NET_WM_WINDOW_TYPE_NORMAL"},
         {&atoms_.netWmWindowTypeDialog, "_NET_WM_WINDOW_TYPE_DIALOG"},
@@ -52,19 +51,16 @@ XcbConnection::XcbConnection(xcb_connection_t* connection, int screenNumber)
         {&atoms_.netWmWindowTypePopupMenu, "_NET_WM_WINDOW_TYPE_POPUP_MENU"},
         {&atoms_.netWmState, "_NET_WM_STATE"},
         {&atoms_.netWmStateAbove, "_NET_WM_STATE_ABOVE"},
-        {&atoms_.netWmStateBelow, "_NET_WM_STATE_BELOW"},
         {&atoms_.netWmDesktop, "_NET_WM_DESKTOP"},
         {&atoms_.netNumberOfDesktops, "_NET_NUMBER_OF_DESKTOPS"},
         {&atoms_.netCurrentDesktop, "_NET_CURRENT_DESKTOP"},
         {&atoms_.netWorkarea, "_NET_WORKAREA"},
         {&atoms_.netActiveWindow, "_NET_ACTIVE_WINDOW"},
         {&atoms_.netMoveresizeWindow, "_NET_MOVERESIZE_WINDOW"},
-        {&atoms_.netFrameExtents, "_NET_FRAME_EXTENTS"},
         {&atoms_.wmClass, "WM_CLASS"},
         {&atoms_.wmName, "WM_NAME"},
-        {&atoms_.wmNormalHints, "WM_NORMAL_HINTS"},
     }};
-    // Ask for all atoms first, then collect the replies: one round trip instead of 31.
+    // Ask for all atoms first, then collect the replies: one round trip instead of 27.
     std::array<xcb_intern_atom_cookie_t, names.size()> cookies{};
     for (std::size_t i = 0; i < names.size(); ++i) {
         cookies[i] =

@@ -26,14 +26,13 @@ using XcbReply = std::unique_ptr<T, FreeDeleter>;
 class XcbConnection {
   public:
     struct Atoms {
-        xcb_atom_t netClientListStacking, netClientList, netWmPid, netWmName, utf8String,
-            netWmWindowType, netWmWindowTypeNormal, netWmWindowTypeDialog, netWmWindowTypeDock,
+        xcb_atom_t netClientListStacking, netClientList, netWmPid, netWmName, netWmWindowType,
+            netWmWindowTypeNormal, netWmWindowTypeDialog, netWmWindowTypeDock,
             netWmWindowTypeDesktop, netWmWindowTypeToolbar, netWmWindowTypeMenu,
             netWmWindowTypeUtility, netWmWindowTypeSplash, netWmWindowTypeTooltip,
             netWmWindowTypeNotification, netWmWindowTypeDropdownMenu, netWmWindowTypePopupMenu,
-            netWmState, netWmStateAbove, netWmStateBelow, netWmDesktop, netNumberOfDesktops,
-            netCurrentDesktop, netWorkarea, netActiveWindow, netMoveresizeWindow, netFrameExtents,
-            wmClass, wmName, wmNormalHints;
+            netWmState, netWmStateAbove, netWmDesktop, netNumberOfDesktops, netCurrentDesktop,
+            netWorkarea, netActiveWindow, netMoveresizeWindow, wmClass, wmName;
     };
 
     // Connects to `display` (DISPLAY when null). The text says why it couldn't.
