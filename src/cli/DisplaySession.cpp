@@ -4,6 +4,7 @@
 
 #include "OffscreenGui.h"
 #include "linux/FileSettingsStore.h"
+#include "linux/ToolRunner.h"
 
 extern char** environ;
 
@@ -62,10 +63,7 @@ DisplaySession::~DisplaySession() {
 std::vector<std::string> DisplaySession::childEnvironment() const {
     if (session_)
         return session_->childEnvironment();
-    std::vector<std::string> variables;
-    for (char** entry = environ; *entry; ++entry)
-        variables.emplace_back(*entry);
-    return variables;
+    return x11::environmentWith({});
 }
 
 }  // namespace zd::cli

@@ -19,6 +19,7 @@
 #include <thread>
 
 #include "SpawnArguments.h"
+#include "ToolRunner.h"
 
 extern char** environ;
 
@@ -269,24 +270,9 @@ bool HeadlessSession::reloadSettings() const {
 }
 
 std::vector<std::string> HeadlessSession::childEnvironment() const {
-    std::vector<std::string> result;
-    auto overridden = [&](std::string_view entry) {
-        auto eq = entry.find('=');
-        auto name = entry.substr(0, eq);
-        if (name == "WAYLAND_DISPLAY")
-            return true;  // the session is X11 only
-        for (const auto& [key, value] : env_) {
-            if (name == key)
-                return true;
-        }
-        return false;
-    };
-    for (char** e = environ; e && *e; ++e) {
-        if (!overridden(*e))
-            result.emplace_back(*e);
-    }
-    for (const auto& [key, value] : env_)
-        result.push_back(key + "=" + value);
+    std::vector<std::string> result = environmentWith(env_);
+    // The session is X11 only.
+    std::erase_if(result, [](const std::string& e) { return e.starts_with("WAYLAND_DISPLAY="); });
     return result;
 }
 
