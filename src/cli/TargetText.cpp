@@ -8,25 +8,6 @@ namespace zd::cli {
 
 namespace {
 
-std::size_t characterCount(const std::string& text) {
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
-        return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
-    }));
-}
-
-// The first `count` characters (not bytes) of a UTF-8 text.
-std::string firstCharacters(const std::string& text, std::size_t count) {
-    std::size_t seen = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if ((static_cast<unsigned char>(text[i]) & 0xC0) != 0x80) {
-            if (seen == count)
-                return text.substr(0, i);
-            ++seen;
-        }
-    }
-    return text;
-}
-
 std::string lowered(std::string text) {
     std::transform(text.begin(), text.end(), text.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
@@ -41,19 +22,6 @@ std::string candidates(const std::vector<CaptureTarget>& matches) {
 }
 
 }  // namespace
-
-std::string targetText(const CaptureTarget& target) {
-    std::string text = target.appName;
-    if (!target.title.empty())
-        text += " \u2014 " + target.title;
-    if (characterCount(text) >= 71)
-        text = firstCharacters(text, 69) + "\u2026";
-    return text;
-}
-
-std::string spaceText(const Spaces::Info& space) {
-    return "Desktop " + std::to_string(space.ordinal) + (space.isCurrent ? " (current)" : "");
-}
 
 Expected<CaptureTarget, std::string> resolveTarget(const std::vector<CaptureTarget>& targets,
                                                    const std::string& word) {

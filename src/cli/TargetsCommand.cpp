@@ -5,6 +5,7 @@
 #include "CliSupport.h"
 #include "LiveView.h"
 #include "TargetText.h"
+#include "capture/FullDisplayCapture.h"
 
 namespace zd::cli {
 
@@ -28,9 +29,8 @@ int listTargets(Context& context, const TargetsArguments& args) {
         if (view.compositeWindows.empty())
             *context.err << "No windows visible.\n";
         for (const auto& row : view.compositeWindows) {
-            std::string text = row.appName + (row.title.empty() ? "" : " \u2014 " + row.title);
             *context.out << padded(std::to_string(row.id), 12) << (row.enabled ? "[x] " : "[ ] ")
-                         << text << "\n";
+                         << CaptureEngine::label(row.appName, row.title) << "\n";
         }
         return exitSuccess;
     }
