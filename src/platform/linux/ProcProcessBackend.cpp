@@ -76,7 +76,8 @@ std::string baseName(const std::string& path) {
 
 ProcProcessBackend::ProcProcessBackend(Options options)
     : options_(std::move(options)),
-      entries_(options_.dataDirs.empty() ? DesktopEntries::defaultDataDirs() : options_.dataDirs) {}
+      entries_(options_.dataDirs.empty() ? DesktopEntries::defaultDataDirs() : options_.dataDirs),
+      bootTime_(bootTime(options_.procRoot)) {}
 
 std::int32_t ProcProcessBackend::currentProcessId() const {
     return getpid();
@@ -126,7 +127,7 @@ std::optional<RunningApplication> ProcProcessBackend::read(
                                          displayWithoutScreen(options_.display)) {
         return std::nullopt;
     }
-    if (auto boot = bootTime(options_.procRoot)) {
+    if (const auto boot = bootTime_) {
         const long ticks = sysconf(_SC_CLK_TCK);
         const auto sinceBoot = std::chrono::milliseconds(static_cast<long long>(startTicks) * 1000 /
                                                          (ticks > 0 ? ticks : 100));

@@ -65,7 +65,8 @@ class ProcProcessBackend : public ProcessBackend {
 
     Options options_;
     DesktopEntries entries_;
-    mutable std::mutex mutex_;  // guards the caches below; lookups may come from workers
+    std::optional<long long> bootTime_;  // seconds since the epoch; the machine's, read once
+    mutable std::mutex mutex_;           // guards the caches below; lookups may come from workers
     mutable std::map<std::string, CommandLine> lastSeen_;
     mutable std::map<std::string, std::optional<Image>> icons_;
 };
