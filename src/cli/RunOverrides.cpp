@@ -224,7 +224,7 @@ void RunOverrides::store(const ContentView& view, SettingsStore& settings) const
     if (!scope.empty())
         set(Keys::captureScope, rawString(view.captureScope));
     if (!sizePreset.empty())
-        set(Keys::windowSizePreset, rawString(view.sizePreset));
+        Preferences::setWindowSizePreset(settings, view.sizePreset);
     if (!appearances.empty()) {
         set(Keys::captureLight, view.enabledAppearances.count(AppearanceMode::light) > 0);
         set(Keys::captureDark, view.enabledAppearances.count(AppearanceMode::dark) > 0);
