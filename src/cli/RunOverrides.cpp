@@ -218,7 +218,7 @@ Expected<void, std::string> RunOverrides::applyTo(ContentView& view, std::ostrea
 
 void RunOverrides::store(const ContentView& view, SettingsStore& settings) const {
     namespace Keys = Preferences::Keys;
-    auto set = [&settings](std::string_view key, Value value) {
+    auto set = [&settings](std::string_view key, const Value& value) {
         settings.setObject(value, std::string(key));
     };
     if (!scope.empty())
