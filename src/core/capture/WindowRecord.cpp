@@ -59,23 +59,6 @@ BoundsSize boundsSize(const Value& record) {
     return result;
 }
 
-std::optional<Rect> bounds(const Value& record) {
-    const Value* v = record.find(WindowKey::bounds);
-    if (!v)
-        return std::nullopt;
-    auto read = [&](const char* key) {
-        const Value* member = v->find(key);
-        return member ? member->asNumber() : std::nullopt;
-    };
-    auto x = read("X");
-    auto y = read("Y");
-    auto w = read("Width");
-    auto h = read("Height");
-    if (!x || !y || !w || !h)
-        return std::nullopt;
-    return Rect{*x, *y, *w, *h};
-}
-
 bool passesSize(const Value& record, double minWidth, double minHeight) {
     auto size = boundsSize(record);
     if (!size.readable)

@@ -6,7 +6,6 @@
 #include <optional>
 #include <string>
 
-#include "model/Geometry.h"
 #include "model/Value.h"
 
 namespace zd::WindowRecord {
@@ -35,8 +34,6 @@ struct BoundsSize {
     std::optional<double> height;
 };
 BoundsSize boundsSize(const Value& record);
-// The bounds as a rectangle when all four members are numbers.
-std::optional<Rect> bounds(const Value& record);
 
 // Both sides at least the minimums (inclusive); unreadable bounds pass, missing sides fail.
 bool passesSize(const Value& record, double minWidth, double minHeight);
