@@ -53,9 +53,7 @@ set(ZD_APPLE_CHECK_FLAGS
     -x objective-c++ -std=c++20 -fobjc-arc -fblocks
     -target x86_64-apple-macos13.0 -fobjc-runtime=macosx-13.0
     -DNO_GNUSTEP=1 -DZD_HAVE_SPARKLE=1 -D_GNU_SOURCE -U__nonnull -U__nullable -U__null_unspecified
-    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Wcast-align
-    -Woverloaded-virtual -Wno-missing-field-initializers
-    -Wunguarded-availability-new -Wdeprecated-declarations -Werror
+    ${ZD_WARNING_FLAGS} -Wunguarded-availability-new -Wdeprecated-declarations -Werror
     -nostdinc++
     -isystem ${CMAKE_CURRENT_LIST_DIR}/sdk
     -isystem ${libstdcxx} -isystem /usr/include/${multiarch}/c++/${libstdcxx_version}

@@ -2,12 +2,18 @@
 
 #import <AppKit/AppKit.h>
 #import <UniformTypeIdentifiers/UniformTypeIdentifiers.h>
+#import <dispatch/dispatch.h>
+
+#include <cstdint>
 
 #include "macos/ObjectValues.h"
 
 namespace zd::mac {
 
 namespace {
+
+// How long after showing the folder the Finder is brought forward, in nanoseconds.
+constexpr std::int64_t finderDelay = 100'000'000;
 
 std::optional<std::string> runChooser(NSOpenPanel* panel) {
     if ([panel runModal] != NSModalResponseOK || panel.URL == nil)
@@ -71,6 +77,13 @@ void AppKitDialogBackend::revealFolder(const std::string& path) {
         NSString* folder = stringOf(path);
         if (![workspace selectFile:nil inFileViewerRootedAtPath:folder])
             [workspace activateFileViewerSelectingURLs:@[ [NSURL fileURLWithPath:folder] ]];
+        // The Finder comes forward only once its window is there; a moment later it is.
+        dispatch_after(dispatch_time(DISPATCH_TIME_NOW, finderDelay), dispatch_get_main_queue(), ^{
+          NSRunningApplication* finder =
+              [NSRunningApplication runningApplicationsWithBundleIdentifier:@"com.apple.finder"]
+                  .firstObject;
+          [finder activateWithOptions:NSApplicationActivateIgnoringOtherApps];
+        });
     }
 }
 

@@ -70,7 +70,7 @@ std::vector<RunningApplication> MacProcessBackend::runningApplications(
 bool MacProcessBackend::activate(std::int32_t pid) {
     @autoreleasepool {
         NSRunningApplication* app = applicationOf(pid);
-        return app != nil && [app activateWithOptions:NSApplicationActivateAllWindows];
+        return app != nil && [app activateWithOptions:NSApplicationActivateIgnoringOtherApps];
     }
 }
 

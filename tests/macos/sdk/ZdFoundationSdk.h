@@ -102,6 +102,10 @@ typedef NSObject<OS_dispatch_queue>* dispatch_queue_t;
 @protocol OS_dispatch_queue_global <OS_dispatch_queue>
 @end
 typedef NSObject<OS_dispatch_queue_global>* dispatch_queue_global_t;
+// developer.apple.com/documentation/dispatch/dispatch_queue_main_t
+@protocol OS_dispatch_queue_main <OS_dispatch_queue>
+@end
+typedef NSObject<OS_dispatch_queue_main>* dispatch_queue_main_t;
 // developer.apple.com/documentation/dispatch/dispatch_group_t
 @protocol OS_dispatch_group <OS_dispatch_object>
 @end
@@ -116,6 +120,8 @@ typedef void (^dispatch_block_t)(void);
 typedef uint64_t dispatch_time_t;
 // developer.apple.com/documentation/dispatch/dispatch_time_forever
 #define DISPATCH_TIME_FOREVER (~0ull)
+// developer.apple.com/documentation/dispatch/dispatch_time_now
+#define DISPATCH_TIME_NOW (0ull)
 // developer.apple.com/documentation/dispatch/dispatch_qos_class_t (qos_class_t, sys/qos.h)
 typedef unsigned int qos_class_t;
 #define QOS_CLASS_USER_INITIATED 0x19u
@@ -124,6 +130,12 @@ typedef unsigned int qos_class_t;
 extern "C" {
 // developer.apple.com/documentation/dispatch/1452927-dispatch_get_global_queue
 dispatch_queue_global_t dispatch_get_global_queue(intptr_t identifier, uintptr_t flags);
+// developer.apple.com/documentation/dispatch/1452921-dispatch_get_main_queue
+dispatch_queue_main_t dispatch_get_main_queue(void);
+// developer.apple.com/documentation/dispatch/1420519-dispatch_time
+dispatch_time_t dispatch_time(dispatch_time_t when, int64_t delta);
+// developer.apple.com/documentation/dispatch/1452876-dispatch_after
+void dispatch_after(dispatch_time_t when, dispatch_queue_t queue, dispatch_block_t block);
 // developer.apple.com/documentation/dispatch/1452955-dispatch_semaphore_create
 dispatch_semaphore_t dispatch_semaphore_create(intptr_t value) NS_RETURNS_RETAINED;
 // developer.apple.com/documentation/dispatch/1452919-dispatch_semaphore_signal
