@@ -41,12 +41,24 @@ foreach(header ${objc_headers})
 endforeach()
 file(WRITE ${gen}/objc/blocks_runtime.h "#include <Block.h>\n")
 
-list(SORT ZD_LIBSTDCXX_DIRS COMPARE NATURAL ORDER DESCENDING)
-list(GET ZD_LIBSTDCXX_DIRS 0 libstdcxx)
-get_filename_component(libstdcxx_version ${libstdcxx} NAME)
+# The newest libstdc++ whose target-specific half is installed too (clang finds neither by
+# itself for an Apple triple).
 set(multiarch ${CMAKE_LIBRARY_ARCHITECTURE})
 if(NOT multiarch)
   set(multiarch x86_64-linux-gnu)
+endif()
+list(SORT ZD_LIBSTDCXX_DIRS COMPARE NATURAL ORDER DESCENDING)
+set(libstdcxx "")
+foreach(dir ${ZD_LIBSTDCXX_DIRS})
+  get_filename_component(version ${dir} NAME)
+  if(EXISTS /usr/include/${multiarch}/c++/${version}/bits/c++config.h)
+    set(libstdcxx ${dir})
+    set(libstdcxx_version ${version})
+    break()
+  endif()
+endforeach()
+if(NOT libstdcxx)
+  message(FATAL_ERROR "No complete libstdc++ for the Apple-target check under /usr/include/c++")
 endif()
 
 set(ZD_APPLE_CHECK_FLAGS

@@ -1,5 +1,7 @@
 #include "macos/ObjectValues.h"
 
+#import <CoreFoundation/CoreFoundation.h>
+
 #include "macos/PropertyListNumber.h"
 
 namespace zd::mac {
@@ -21,8 +23,9 @@ Value valueOf(id object) {
         return Value(textOf(static_cast<NSString*>(object)));
     if ([object isKindOfClass:[NSNumber class]]) {
         NSNumber* number = object;
+        // Booleans are the shared CFBoolean objects, whatever type code they report.
         const bool isBooleanObject =
-            number == static_cast<id>(@YES) || number == static_cast<id>(@NO);
+            CFGetTypeID((__bridge CFTypeRef)number) == CFBooleanGetTypeID();
         const char* type = number.objCType;
         return valueOfNumber(numberKindOf(type, isBooleanObject), number.boolValue,
                              number.longLongValue, number.unsignedLongLongValue, number.doubleValue,

@@ -16,11 +16,13 @@ NSUserDefaults* defaultsOf(const std::string& suiteName) {
     return [[NSUserDefaults alloc] initWithSuiteName:stringOf(suiteName)];
 }
 
-// The domain this program writes to: the suite, or the application's own bundle domain.
+// The domain this program writes to: the suite, the application's bundle identifier, or for
+// a program outside a bundle (the command line) its process name.
 NSString* domainOf(const std::string& suiteName) {
     if (!suiteName.empty())
         return stringOf(suiteName);
-    return [NSBundle mainBundle].bundleIdentifier;
+    NSString* identifier = [NSBundle mainBundle].bundleIdentifier;
+    return identifier != nil ? identifier : [NSProcessInfo processInfo].processName;
 }
 
 }  // namespace
@@ -57,8 +59,6 @@ std::vector<std::string> UserDefaultsSettingsStore::allKeys() const {
     @autoreleasepool {
         std::vector<std::string> keys;
         NSString* domain = domainOf(suiteName_);
-        if (domain == nil)
-            return keys;
         // Only this domain's own keys, not the global domain's that reads also see.
         NSDictionary* stored = [defaultsOf(suiteName_) persistentDomainForName:domain];
         for (id key in stored) {
