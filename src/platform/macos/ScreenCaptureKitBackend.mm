@@ -16,7 +16,6 @@
 // screenshot manager. `done` is set once; later frames change nothing.
 @interface ZDOneFrameCollector : NSObject <SCStreamOutput, SCStreamDelegate>
 - (instancetype)initWithCompletion:(void (^)(CGImageRef image, NSError* error))completion;
-@property(weak) SCStream* stream;
 @end
 
 @implementation ZDOneFrameCollector {
@@ -146,7 +145,6 @@ Expected<Image, CaptureFailure> captureFrame(SCContentFilter* filter,
                   sampleHandlerQueue:dispatch_get_global_queue(QOS_CLASS_USER_INITIATED, 0)
                                error:&addError])
             return unexpected(CaptureFailure::system(describe(addError)));
-        collector.stream = stream;
         [stream startCaptureWithCompletionHandler:^(NSError* _Nullable startError) {
           if (startError != nil)
               deliver(nullptr, startError);
