@@ -49,7 +49,8 @@ std::optional<std::string> AppKitDialogBackend::chooseFolder(const std::string& 
 std::optional<std::string> AppKitDialogBackend::chooseImageFile(const std::string& message) {
     @autoreleasepool {
         NSOpenPanel* panel = [NSOpenPanel openPanel];
-        panel.message = stringOf(message);
+        if (!message.empty())
+            panel.message = stringOf(message);
         panel.allowedContentTypes = @[ UTTypePNG, UTTypeJPEG, UTTypeHEIC, UTTypeTIFF, UTTypeImage ];
         panel.allowsMultipleSelection = NO;
         panel.canChooseDirectories = NO;
