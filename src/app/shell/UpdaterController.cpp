@@ -4,6 +4,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include "common/SystemUpdater.h"
 #include "env/SettingsStore.h"
 
 namespace zd::app {
@@ -15,6 +16,9 @@ UpdaterController::UpdaterController(SettingsStore& settings, QString currentVer
 }
 
 void UpdaterController::start(bool userAsked) {
+    // Where the platform's own updater is built in (Sparkle), it alone checks and tells.
+    if (userAsked ? SystemUpdater::checkForUpdates() : SystemUpdater::start())
+        return;
     const auto feed = settings_.stringForKey(SoftwareUpdate::feedURLKey).value_or("");
     userAsked_ = userAsked;
     if (feed.empty()) {

@@ -1,4 +1,4 @@
-#include "macos/SoftwareUpdater.h"
+#include "common/SystemUpdater.h"
 
 #import <Foundation/Foundation.h>
 
@@ -6,7 +6,7 @@
 #import <Sparkle/Sparkle.h>
 #endif
 
-namespace zd::mac::SoftwareUpdater {
+namespace zd::SystemUpdater {
 
 #if ZD_HAVE_SPARKLE
 
@@ -44,4 +44,4 @@ bool checkForUpdates() {
 
 #endif
 
-}  // namespace zd::mac::SoftwareUpdater
+}  // namespace zd::SystemUpdater
