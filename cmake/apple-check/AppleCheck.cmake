@@ -119,3 +119,6 @@ zd_apple_check_refuses(unguarded-macos14 syntax ScreenCaptureKitBackend.mm
 zd_apple_check_refuses(leaked-axvalue analyze AXWindowSizingBackend.mm
   "/CFSTR(.AXSize.), value);/{n;d;}"
   "Potential leak of an object stored into 'value'")
+zd_apple_check_refuses(gnustep-only syntax ObjectValues.mm
+  "s/const char\\* utf8 = string.UTF8String;/const char* utf8 = [string stringByTrimmingSpaces].UTF8String;/"
+  "declares the selector 'stringByTrimmingSpaces'")
