@@ -2,6 +2,8 @@
 
 #include <vector>
 
+#include "ui/ProgressPanelRules.h"
+
 namespace zd::cli {
 
 namespace {
@@ -39,7 +41,7 @@ ProgressPrinter::~ProgressPrinter() {
 }
 
 std::string ProgressPrinter::lineFor(const CaptureProgressModel& model) {
-    std::string line = model.captureStage().empty() ? model.statusMessage() : model.captureStage();
+    std::string line = ProgressPanelRules::headline(model);
     if (model.countdownRemaining() >= 1)
         line += "  [" + std::to_string(model.countdownRemaining()) + "]";
     if (model.shotsTotal() >= 1) {
