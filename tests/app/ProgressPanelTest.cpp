@@ -28,7 +28,8 @@ struct ProgressPanelTest : testing::AppTest {
     CaptureProgressView& view() { return *panel.view(); }
 
     CaptureProgressModel model;
-    ProgressPanel panel{nullptr, [] { return std::optional<Rect>(Rect{0, 0, 1440, 900}); }};
+    std::optional<Rect> screen = Rect{0, 0, 1440, 900};
+    ProgressPanel panel{nullptr, [this] { return screen; }};
 };
 
 TEST_F(ProgressPanelTest, ShowsDialOrSpinnerHeadlineAndCountForEachState) {
@@ -105,20 +106,21 @@ TEST_F(ProgressPanelTest, StopCallsOnCancelAndNeverTakesTheFocus) {
     EXPECT_FALSE(panel.testAttribute(Qt::WA_QuitOnClose));
 }
 
-TEST_F(ProgressPanelTest, ComesUpAtTheCoresOriginWithAModelAndAScreenOnly) {
+TEST_F(ProgressPanelTest, ComesUpAtTheCoresOriginOfTheScreenAtEachShow) {
     panel.setWorking(true);
     EXPECT_FALSE(panel.isVisible());  // no model yet
     panel.setModel(&model);
     panel.setWorking(true);
     EXPECT_TRUE(panel.isVisible());
     EXPECT_EQ(panel.pos(), QPoint(450, 638));
+    screen = Rect{0, 0, 1920, 1080};  // another screen: the next show follows it
+    panel.setWorking(true);
+    EXPECT_EQ(panel.pos(), QPoint(690, 778));
     panel.setWorking(false);
     EXPECT_FALSE(panel.isVisible());
-
-    ProgressPanel screenless(nullptr, [] { return std::optional<Rect>(); });
-    screenless.setModel(&model);
-    screenless.setWorking(true);
-    EXPECT_FALSE(screenless.isVisible());
+    screen.reset();  // no screen: no panel, and the run goes on
+    panel.setWorking(true);
+    EXPECT_FALSE(panel.isVisible());
 }
 
 }  // namespace

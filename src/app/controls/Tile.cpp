@@ -44,7 +44,10 @@ void Tile::setDetail(const std::optional<QString>& detail) {
 
 QSize Tile::sizeHint() const { return layout()->sizeHint(); }
 
-int Tile::heightForWidth(int width) const { return layout()->totalHeightForWidth(width); }
+int Tile::heightForWidth(int width) const {
+    return layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width)
+                                         : layout()->sizeHint().height();
+}
 
 void Tile::paintEvent(QPaintEvent*) {
     QPainter painter(this);
