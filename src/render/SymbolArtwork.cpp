@@ -100,7 +100,8 @@ constexpr double kOpScale = 64.0;
 
 QPainterPath combined(const QPainterPath& a, const QPainterPath& b, bool subtract) {
     const QTransform up = QTransform::fromScale(kOpScale, kOpScale);
-    const QPainterPath big = subtract ? up.map(a).subtracted(up.map(b)) : up.map(a).united(up.map(b));
+    const QPainterPath big =
+        subtract ? up.map(a).subtracted(up.map(b)) : up.map(a).united(up.map(b));
     return QTransform::fromScale(1 / kOpScale, 1 / kOpScale).map(big);
 }
 
@@ -155,8 +156,8 @@ QPainterPath chevronDown(double width, double height) {
 }
 
 QPainterPath plusCircle(double, double) {
-    const QPainterPath plus = stroked({{0.5, 0.26}, {0.5, 0.74}}, 0.09)
-                                  .united(stroked({{0.26, 0.5}, {0.74, 0.5}}, 0.09));
+    const QPainterPath plus =
+        stroked({{0.5, 0.26}, {0.5, 0.74}}, 0.09).united(stroked({{0.26, 0.5}, {0.74, 0.5}}, 0.09));
     return combined(ring(0.5, 0.5, 0.5, 0.08), plus, false);
 }
 
@@ -171,7 +172,9 @@ QPainterPath checkmarkCircleFill(double, double) {
                     true);
 }
 
-QPainterPath circle(double, double) { return ring(0.5, 0.5, 0.5, 0.075); }
+QPainterPath circle(double, double) {
+    return ring(0.5, 0.5, 0.5, 0.075);
+}
 
 QPainterPath sunMaxFill(double, double) {
     QPainterPath path = disc(0.5, 0.5, 0.22);

@@ -2,7 +2,8 @@
 // Our own vector artwork for the status symbols of the synthetic menu bar, drawn in the
 // spirit of the platform's symbols: battery levels, Wi-Fi, Spotlight's magnifying glass and
 // Control Center's switches, and the main window's own symbols (tiles, chips, buttons). Each
-// symbol's natural size is a fixed multiple of the point size. The platform's logo is not drawn on Linux: it is reported missing.
+// symbol's natural size is a fixed multiple of the point size. The platform's logo is not
+// drawn on Linux: it is reported missing.
 
 #include <QPainterPath>
 #include <QSizeF>

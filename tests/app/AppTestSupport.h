@@ -2,11 +2,11 @@
 // Widget tests run on Qt's offscreen platform, in one QApplication per test program, with
 // the application's Light palette; helpers read pixels off grabbed widgets.
 
+#include <gtest/gtest.h>
 #include <QApplication>
 #include <QImage>
 #include <QStyleFactory>
 #include <QWidget>
-#include <gtest/gtest.h>
 
 #include <cstdlib>
 
@@ -20,7 +20,10 @@ inline void ensureApp() {
     static char* argv[] = {name, nullptr};
     if (QApplication::instance() == nullptr) {
         setenv("QT_QPA_PLATFORM", "offscreen", 0);
-        static QApplication app(argc, argv);
+        // Kept to the end of the process: destroyed among the static objects, after Qt's own
+        // are gone, it would crash on the way out.
+        auto* app = new QApplication(argc, argv);  // NOLINT(cppcoreguidelines-owning-memory)
+        (void)app;
         QApplication::setStyle(QStyleFactory::create("Fusion"));
         QApplication::setPalette(app::appPalette(false));
     }
@@ -36,6 +39,8 @@ inline QImage grabbed(QWidget& widget) {
     return widget.grab().toImage().convertToFormat(QImage::Format_ARGB32);
 }
 
-inline int brightness(QRgb pixel) { return qGray(pixel); }
+inline int brightness(QRgb pixel) {
+    return qGray(pixel);
+}
 
 }  // namespace zd::testing

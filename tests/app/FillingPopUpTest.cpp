@@ -20,7 +20,7 @@ struct FillingPopUpTest : testing::AppTest {
 TEST_F(FillingPopUpTest, KeepsItsItemsWhileTheTitlesStayTheSame) {
     popUp.update("B", {{1, "A"}, {2, "B"}}, record);
     EXPECT_EQ(popUp.currentIndex(), 1);
-    popUp.setItemData(0, 42);  // a mark that a rebuild would lose
+    popUp.setItemData(0, 42);                         // a mark that a rebuild would lose
     popUp.update("Z", {{7, "A"}, {8, "B"}}, record);  // new ids, same titles; no item titled Z
     EXPECT_EQ(popUp.itemData(0).toInt(), 42);
     EXPECT_EQ(popUp.currentIndex(), -1);

@@ -34,7 +34,12 @@ struct TilesTest : testing::AppTest {
 TEST_F(TilesTest, SelectedTilesHaveAnAccentBorderAndEveryClickCallsBack) {
     const std::vector<std::pair<const char*, std::function<std::unique_ptr<SelectableTile>()>>>
         makers{
-            {"Tile", [] { auto t = std::make_unique<Tile>(); t->setLabel("Light"); return t; }},
+            {"Tile",
+             [] {
+                 auto t = std::make_unique<Tile>();
+                 t->setLabel("Light");
+                 return t;
+             }},
             {"AppearanceToggleTile",
              [] { return std::make_unique<AppearanceToggleTile>(AppearanceMode::dark); }},
             {"BackgroundKindTile",
@@ -96,7 +101,8 @@ TEST_F(TilesTest, PresetGlyphsShareTheScreenByAreaAndNameThemselves) {
     EXPECT_TRUE(PresetTile::glyphRect(WindowSizePreset::current, area).isNull());
 
     PresetTile tile(WindowSizePreset::half);
-    EXPECT_EQ(tile.toolTip().toStdString(), "\u00bd screen \u2014 Half the visible-screen area, centered.");
+    EXPECT_EQ(tile.toolTip().toStdString(),
+              "\u00bd screen \u2014 Half the visible-screen area, centered.");
     tile.resize(96, 60);
     int taps = 0;
     tile.onTap = [&] { ++taps; };
@@ -146,8 +152,8 @@ TEST_F(TilesTest, BackgroundTilesDrawTheCheckerboardTheColourAndThePicture) {
     QPainter painter(&board);
     paintCheckerboard(painter, QRectF(0, 0, 13, 7), 6);
     painter.end();
-    EXPECT_EQ(qGray(board.pixel(0, 0)), 235);  // 0.92 where i + j is even
-    EXPECT_EQ(qGray(board.pixel(6, 0)), 199);  // 0.78 where it is odd
+    EXPECT_EQ(qGray(board.pixel(0, 0)), 235);   // 0.92 where i + j is even
+    EXPECT_EQ(qGray(board.pixel(6, 0)), 199);   // 0.78 where it is odd
     EXPECT_EQ(qGray(board.pixel(12, 6)), 199);  // the last, cut-off column and row
 }
 

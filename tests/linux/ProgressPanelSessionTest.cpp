@@ -26,8 +26,9 @@ class ProgressPanelInSession : public testing::SessionTest {
     }
 };
 
-std::optional<testing::ProbedWindow> find(const std::function<bool(const testing::ProbedWindow&)>& which,
-                                          std::size_t* stackIndex = nullptr) {
+std::optional<testing::ProbedWindow> find(
+    const std::function<bool(const testing::ProbedWindow&)>& which,
+    std::size_t* stackIndex = nullptr) {
     const auto windows = testing::probeWindows();
     for (std::size_t i = 0; i < windows.size(); ++i) {
         if (windows[i].viewable && which(windows[i])) {
@@ -48,7 +49,8 @@ TEST_F(ProgressPanelInSession, FloatsAboveTheActiveTargetOnEveryDesktopAndEndsWi
         return [title](const testing::ProbedWindow& w) { return w.title == title; };
     };
     std::optional<testing::ProbedWindow> mainWindow;
-    ASSERT_TRUE(testing::waitFor([&] { return (mainWindow = find(byTitle("Panel probe"))).has_value(); }));
+    ASSERT_TRUE(
+        testing::waitFor([&] { return (mainWindow = find(byTitle("Panel probe"))).has_value(); }));
 
     auto connection = x11::XcbConnection::open();
     ASSERT_TRUE(connection);

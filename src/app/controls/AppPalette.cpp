@@ -36,9 +36,13 @@ bool desktopIsDark(AppearanceBackend& backend) {
     return AppearanceController::current(backend) == AppearanceController::Mode::dark;
 }
 
-QColor accentColor(const QPalette& palette) { return palette.color(QPalette::Highlight); }
+QColor accentColor(const QPalette& palette) {
+    return palette.color(QPalette::Highlight);
+}
 
-QColor secondaryColor(const QPalette& palette) { return palette.color(QPalette::PlaceholderText); }
+QColor secondaryColor(const QPalette& palette) {
+    return palette.color(QPalette::PlaceholderText);
+}
 
 QColor withOpacity(QColor color, double opacity) {
     color.setAlphaF(static_cast<float>(color.alphaF() * opacity));

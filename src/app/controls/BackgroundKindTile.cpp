@@ -14,9 +14,12 @@ namespace {
 
 QString tooltipFor(BackgroundKind kind) {
     switch (kind) {
-        case BackgroundKind::transparent: return QStringLiteral("Transparent");
-        case BackgroundKind::color: return QStringLiteral("Color");
-        case BackgroundKind::image: return QStringLiteral("Image");
+        case BackgroundKind::transparent:
+            return QStringLiteral("Transparent");
+        case BackgroundKind::color:
+            return QStringLiteral("Color");
+        case BackgroundKind::image:
+            return QStringLiteral("Image");
     }
     return {};
 }
@@ -51,8 +54,12 @@ void BackgroundKindTile::paintEvent(QPaintEvent*) {
     painter.save();
     painter.setClipPath(clip);
     switch (kind_) {
-        case BackgroundKind::transparent: paintCheckerboard(painter, content, 6); break;
-        case BackgroundKind::color: painter.fillRect(content, color_); break;
+        case BackgroundKind::transparent:
+            paintCheckerboard(painter, content, 6);
+            break;
+        case BackgroundKind::color:
+            painter.fillRect(content, color_);
+            break;
         case BackgroundKind::image: {
             const QImage picture = imagePath_.isEmpty() ? QImage() : QImage(imagePath_);
             if (!picture.isNull()) {

@@ -10,10 +10,11 @@ namespace zd::app {
 
 PresetTile::PresetTile(WindowSizePreset preset, QWidget* parent)
     : QAbstractButton(parent), preset_(preset) {
-    setToolTip(QString::fromUtf8(title(preset).data(), static_cast<qsizetype>(title(preset).size())) +
-               QStringLiteral(" \u2014 ") +
-               QString::fromUtf8(explanation(preset).data(),
-                                 static_cast<qsizetype>(explanation(preset).size())));
+    setToolTip(
+        QString::fromUtf8(title(preset).data(), static_cast<qsizetype>(title(preset).size())) +
+        QStringLiteral(" \u2014 ") +
+        QString::fromUtf8(explanation(preset).data(),
+                          static_cast<qsizetype>(explanation(preset).size())));
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
@@ -31,12 +32,20 @@ void PresetTile::setSelected(bool selected) {
 QRectF PresetTile::glyphRect(WindowSizePreset preset, const QRectF& area) {
     double share = 1.0;  // of the screen's area
     switch (preset) {
-        case WindowSizePreset::half: share = 0.5; break;
-        case WindowSizePreset::threeQ: share = 0.75; break;
-        case WindowSizePreset::full: share = 1.0; break;
-        case WindowSizePreset::current: return {};
+        case WindowSizePreset::half:
+            share = 0.5;
+            break;
+        case WindowSizePreset::threeQ:
+            share = 0.75;
+            break;
+        case WindowSizePreset::full:
+            share = 1.0;
+            break;
+        case WindowSizePreset::current:
+            return {};
     }
-    const QSizeF size(0.92 * std::sqrt(share) * area.width(), 0.9 * std::sqrt(share) * area.height());
+    const QSizeF size(0.92 * std::sqrt(share) * area.width(),
+                      0.9 * std::sqrt(share) * area.height());
     return QRectF(area.center() - QPointF(size.width() / 2, size.height() / 2), size);
 }
 

@@ -12,7 +12,9 @@ Tile::Tile(QWidget* parent, bool compact)
     : SelectableTile(Look{8, 0.18, 0.08, 1.5, 1.0}, parent),
       label_(new QLabel(this)),
       detail_(new QLabel(this)) {
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    policy.setHeightForWidth(true);  // the detail wraps
+    setSizePolicy(policy);
     auto* column = new QVBoxLayout(this);
     column->setSpacing(2);
     if (compact)
@@ -35,14 +37,18 @@ Tile::Tile(QWidget* parent, bool compact)
     changeEvent(nullptr);
 }
 
-void Tile::setLabel(const QString& label) { label_->setText(label); }
+void Tile::setLabel(const QString& label) {
+    label_->setText(label);
+}
 
 void Tile::setDetail(const std::optional<QString>& detail) {
     detail_->setText(detail.value_or(QString()));
     detail_->setVisible(detail.has_value());
 }
 
-QSize Tile::sizeHint() const { return layout()->sizeHint(); }
+QSize Tile::sizeHint() const {
+    return layout()->sizeHint();
+}
 
 int Tile::heightForWidth(int width) const {
     return layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width)

@@ -77,7 +77,9 @@ CaptureProgressView::CaptureProgressView(QWidget* parent, std::function<double()
     refresh();
 }
 
-CaptureProgressView::~CaptureProgressView() { setModel(nullptr); }
+CaptureProgressView::~CaptureProgressView() {
+    setModel(nullptr);
+}
 
 void CaptureProgressView::setModel(CaptureProgressModel* model) {
     if (model_)
@@ -102,7 +104,8 @@ void CaptureProgressView::refresh() {
     const bool hasTotal = model_->shotsTotal() >= 1;
     progressRow_->setVisible(hasTotal);
     bar_->setProgress(model_->shotsCompleted(), model_->shotsTotal());
-    count_->setText(QStringLiteral("%1/%2").arg(model_->shotsCompleted()).arg(model_->shotsTotal()));
+    count_->setText(
+        QStringLiteral("%1/%2").arg(model_->shotsCompleted()).arg(model_->shotsTotal()));
 }
 
 }  // namespace zd::app

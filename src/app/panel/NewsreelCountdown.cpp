@@ -26,9 +26,13 @@ void NewsreelCountdown::setValue(int seconds) {
     update();
 }
 
-void NewsreelCountdown::showEvent(QShowEvent*) { frames_.start(); }
+void NewsreelCountdown::showEvent(QShowEvent*) {
+    frames_.start();
+}
 
-void NewsreelCountdown::hideEvent(QHideEvent*) { frames_.stop(); }
+void NewsreelCountdown::hideEvent(QHideEvent*) {
+    frames_.stop();
+}
 
 void NewsreelCountdown::paintEvent(QPaintEvent*) {
     QPainter painter(this);

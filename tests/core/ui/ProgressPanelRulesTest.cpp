@@ -22,7 +22,8 @@ TEST(ProgressPanelRules, FractionIsZeroWithoutATotalAndNeverOverflows) {
         double expected;
     } cases[] = {{3, 0, 0.0}, {1, -2, 0.0}, {0, 4, 0.0}, {1, 4, 0.25}, {4, 4, 1.0}, {5, 4, 1.0}};
     for (const auto& c : cases)
-        EXPECT_DOUBLE_EQ(progressFraction(c.value, c.total), c.expected) << c.value << "/" << c.total;
+        EXPECT_DOUBLE_EQ(progressFraction(c.value, c.total), c.expected)
+            << c.value << "/" << c.total;
 }
 
 TEST(ProgressPanelRules, SweepTurnsOncePerSecondFromNineOClock) {
