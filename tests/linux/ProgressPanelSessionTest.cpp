@@ -16,6 +16,8 @@
 namespace zd {
 namespace {
 
+using namespace std::chrono_literals;
+
 class ProgressPanelInSession : public testing::SessionTest {
   public:
     static void SetUpTestSuite() {
@@ -95,6 +97,17 @@ TEST_F(ProgressPanelInSession, FloatsAboveTheActiveTargetOnEveryDesktopAndEndsWi
         return back && back->frame == Rect{origin.x, origin.y, 540, 64};
     }));
     EXPECT_EQ(activePid(), editor->pid());
+
+    // No compositor runs here: the capsule cuts its own corners, so the (light) main window
+    // brought beneath shows there instead of black.
+    const std::uint32_t moveResize = moveXY | (1u << 10) | (1u << 11);
+    x->sendToRoot(mainWindow->id, x->atoms().netMoveresizeWindow, {moveResize, 400, 600, 640, 200});
+    x->sendToRoot(mainWindow->id, x->atoms().netActiveWindow, {2, XCB_CURRENT_TIME, 0, 0, 0});
+    const Rect corner{origin.x, origin.y, 3, 3};
+    const Rect pill{origin.x + 100, origin.y + 4, 20, 3};
+    auto luminance = [](const Rect& area) { return testing::meanLuminance(area).value_or(-1); };
+    EXPECT_TRUE(testing::waitFor([&] { return luminance(corner) > 150; }, 5s)) << luminance(corner);
+    EXPECT_LT(luminance(pill), 80);
 
     // Closing the main window ends the program, the panel still up.
     const xcb_atom_t closeWindow = [&] {
