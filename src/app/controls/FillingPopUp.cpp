@@ -18,7 +18,7 @@ void PopUpButton::setItems(const QString& selectionLabel, const QStringList& tit
         clear();
         addItems(titles);
     }
-    const int index = titles.indexOf(selectionLabel);
+    const int index = static_cast<int>(titles.indexOf(selectionLabel));
     setPlaceholderText(index < 0 ? selectionLabel : QString());
     setCurrentIndex(index);
 }
