@@ -74,7 +74,7 @@ void ProgressPanel::present() {
     const Point origin = ProgressPanelRules::panelOrigin(*screen, false);
     move(static_cast<int>(origin.x), static_cast<int>(origin.y));
     if (windows_) {
-        windows_->showOnAllDesktops(winId());
+        windows_->floatOnAllDesktops(winId());
         if (windows_->compositing())
             clearMask();
         else
@@ -83,7 +83,7 @@ void ProgressPanel::present() {
     show();
     raise();
     if (windows_)
-        windows_->showOnAllDesktops(winId());
+        windows_->floatOnAllDesktops(winId());
 }
 
 void ProgressPanel::paintEvent(QPaintEvent*) {

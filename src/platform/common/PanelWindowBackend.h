@@ -17,9 +17,10 @@ class PanelWindowBackend {
     // has nothing to add (an offscreen session, another windowing system).
     static std::unique_ptr<PanelWindowBackend> create();
 
-    // Puts the window on every desktop. Call before it is first shown (the window manager
-    // reads it when it takes the window) and again after each show.
-    virtual void showOnAllDesktops(std::uintptr_t window) = 0;
+    // Makes the window a floating panel on every desktop, where the toolkit's flags don't
+    // already. Call before it is first shown (a window manager reads it when it takes the
+    // window) and again after each show.
+    virtual void floatOnAllDesktops(std::uintptr_t window) = 0;
     // Whether a compositing manager blends translucent windows over what lies below.
     virtual bool compositing() const = 0;
 };

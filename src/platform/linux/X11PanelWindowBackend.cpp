@@ -25,7 +25,7 @@ class X11PanelWindowBackend : public PanelWindowBackend {
             compositorSelection_ = reply->atom;
     }
 
-    void showOnAllDesktops(std::uintptr_t window) override {
+    void floatOnAllDesktops(std::uintptr_t window) override {
         const auto id = static_cast<xcb_window_t>(window);
         const xcb_atom_t desktop = connection_->atoms().netWmDesktop;
         // The property for a window not yet mapped; the message for one the manager holds.
