@@ -30,10 +30,12 @@ Tile::Tile(QWidget* parent, bool compact)
     detail_->setFont(font);
     detail_->setWordWrap(true);
     detail_->hide();
+    column->addStretch();  // the text centred in a tile taller than it needs
     for (QLabel* text : {label_, detail_}) {
         text->setAttribute(Qt::WA_TransparentForMouseEvents);
         column->addWidget(text);
     }
+    column->addStretch();
     changeEvent(nullptr);
 }
 
