@@ -1,7 +1,9 @@
 #pragma once
 // One captured frame before saving.
 
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "model/AppearanceMode.h"
 #include "model/Image.h"
@@ -15,6 +17,9 @@ struct CapturedShot {
     AppearanceMode mode = AppearanceMode::light;
     Image image;
     bool isFullDisplay = false;
+    // The target's own menu titles in this language, read through the accessibility interface:
+    // empty when it has no menu bar, none when they couldn't be read.
+    std::optional<std::vector<std::string>> menuTitles;
 };
 
 // A new random (version 4) UUID in its usual upper-case text form.

@@ -4,6 +4,8 @@
 #include "capture/RunningApps.h"
 #include "capture/WindowResizer.h"
 #include "composition/MenuBarOCR.h"
+#include "composition/MenuTitles.h"
+#include "env/AccessibleMenuBackend.h"
 #include "env/AppearanceBackend.h"
 #include "env/ProcessBackend.h"
 #include "env/WindowListBackend.h"
@@ -105,6 +107,16 @@ Task<std::optional<MenuBarOCR::MenuBarCapture>> LiveRunServices::captureMenuBarI
 
 Task<std::vector<std::string>> LiveRunServices::ocr(Image menuBar, std::string appName) {
     return MenuBarOCR::ocr(env_, std::move(menuBar), std::move(appName));
+}
+
+Task<std::optional<std::vector<std::string>>> LiveRunServices::readMenuTitles(
+    CaptureTarget target) {
+    if (!env_.menus)
+        co_return std::nullopt;
+    AccessibleMenuBackend& menus = *env_.menus;
+    const std::int32_t pid = target.pid;
+    auto bars = co_await onWorker(*env_.workers, [&menus, pid] { return menus.menuBars(pid); });
+    co_return MenuTitles::fromMenuBars(bars);
 }
 
 Expected<void, OutputError> LiveRunServices::saveAll(const ContentView& view,

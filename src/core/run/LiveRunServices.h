@@ -43,6 +43,7 @@ class LiveRunServices : public RunServices {
 
     Task<std::optional<MenuBarOCR::MenuBarCapture>> captureMenuBarImage() override;
     Task<std::vector<std::string>> ocr(Image menuBar, std::string appName) override;
+    Task<std::optional<std::vector<std::string>>> readMenuTitles(CaptureTarget target) override;
 
     Expected<void, OutputError> saveAll(const ContentView& view,
                                         const std::vector<CapturedShot>& shots,

@@ -90,6 +90,9 @@ class RunServices {
     // --- MenuBarOCR (a failure gives nothing, or no titles)
     virtual Task<std::optional<MenuBarOCR::MenuBarCapture>> captureMenuBarImage() = 0;
     virtual Task<std::vector<std::string>> ocr(Image menuBar, std::string appName) = 0;
+    // The target's own menu titles through the accessibility interface (MenuTitles.fromMenuBars):
+    // empty without a menu bar, none when unread.
+    virtual Task<std::optional<std::vector<std::string>>> readMenuTitles(CaptureTarget target) = 0;
 
     // --- Run output
     // saveAll of the run output, composing every shot through the view's tiles.

@@ -58,6 +58,18 @@ std::string saved(int n, const std::string& path) {
     return "Saved " + shotCount(n) + " to " + path + ".";
 }
 
+std::string didNotFollowDark(const std::string& appName) {
+    return appName + " did not follow the switch to Dark";
+}
+
+std::string savedWithNotFollowing(int n, const std::string& path,
+                                  const std::vector<std::string>& appNames) {
+    std::string text = saved(n, path);
+    for (const auto& name : appNames)
+        text += " " + didNotFollowDark(name) + ".";
+    return text;
+}
+
 std::string saveFolderChosen(const std::string& path) {
     return "Save folder: " + path;
 }

@@ -3,6 +3,7 @@
 // failure paths and the tests agree on every character.
 
 #include <string>
+#include <vector>
 
 #include "run/RunError.h"
 
@@ -26,6 +27,11 @@ std::string stoppedWithShots(int collected);
 std::string missingBundleID(const std::string& appName);
 std::string saveFailed(const std::string& localizedDescription);
 std::string saved(int n, const std::string& path);
+// "{appName} did not follow the switch to Dark": both of its captures show the same window.
+std::string didNotFollowDark(const std::string& appName);
+// The saved line followed by one sentence for each application that didn't follow.
+std::string savedWithNotFollowing(int n, const std::string& path,
+                                  const std::vector<std::string>& appNames);
 std::string saveFolderChosen(const std::string& path);
 
 // What the user reads for a failure that ends a run (cancellation is worded by the run).

@@ -111,7 +111,12 @@ Task<Expected<Image, CaptureFailure>> FakeRunServices::captureWindow(CaptureTarg
     if (auto it = captureFailures.find(call); it != captureFailures.end()) {
         co_return unexpected(it->second);
     }
-    co_return Image(4, 2);
+    // The window follows the system's appearance unless told otherwise.
+    Image image(4, 2);
+    const bool dark = targetFollowsAppearance && systemAppearance == AppearanceMode::dark;
+    for (auto& pixel : image.mutablePixels())
+        pixel = dark ? 0xff202020u : 0xfff0f0f0u;
+    co_return image;
 }
 
 Task<Expected<CaptureEngine::FullDisplayLayout, CaptureFailure>>
@@ -150,6 +155,15 @@ Task<std::optional<MenuBarOCR::MenuBarCapture>> FakeRunServices::captureMenuBarI
 Task<std::vector<std::string>> FakeRunServices::ocr(Image, std::string appName) {
     note("ocr " + appName);
     co_return menuTitles;
+}
+
+Task<std::optional<std::vector<std::string>>> FakeRunServices::readMenuTitles(
+    CaptureTarget target) {
+    note("readMenuTitles " + std::to_string(target.pid));
+    const auto it = accessibleMenuTitles.find(target.pid);
+    if (it == accessibleMenuTitles.end())
+        co_return std::nullopt;
+    co_return it->second;
 }
 
 Expected<void, OutputError> FakeRunServices::saveAll(const ContentView&,

@@ -44,6 +44,7 @@ class FakeRunServices : public RunServices {
         CaptureEngine::CaptureRecords& records) override;
     Task<std::optional<MenuBarOCR::MenuBarCapture>> captureMenuBarImage() override;
     Task<std::vector<std::string>> ocr(Image menuBar, std::string appName) override;
+    Task<std::optional<std::vector<std::string>>> readMenuTitles(CaptureTarget target) override;
     Expected<void, OutputError> saveAll(const ContentView& view,
                                         const std::vector<CapturedShot>& shots,
                                         const std::string& runRoot, const std::string& stamp,
@@ -63,6 +64,8 @@ class FakeRunServices : public RunServices {
     std::optional<AppearanceMode> systemAppearance = AppearanceMode::light;
     std::set<AppearanceMode> failingSets;  // set(mode) fails with automationDenied
     bool accessibilityTrusted = true;
+    // Whether captured windows turn dark with the system.
+    bool targetFollowsAppearance = true;
     // Failures of window and full-display captures, by call (0 = first).
     std::map<int, CaptureFailure> captureFailures;
     std::optional<CaptureFailure> layoutFailure;
@@ -72,6 +75,8 @@ class FakeRunServices : public RunServices {
     std::optional<Image> menuBarImage;
     double statusItemsLeftFraction = 0.8;  // given with every menu bar picture
     std::vector<std::string> menuTitles;
+    // What the accessibility interface reads of each process's menus; none for others.
+    std::map<std::int32_t, std::vector<std::string>> accessibleMenuTitles;
     std::optional<OutputError> saveFailure;
     // Called after every logged call with its entry: lets a test act at an exact point.
     std::function<void(const std::string&)> onCall;

@@ -82,6 +82,8 @@ class ContentView {
     CaptureEngine::CaptureRecords captureRecords;
     // Where the status items of the last captured menu bar begin, as a fraction of its width.
     double statusItemsLeftFraction = 1.0;
+    // The applications of this run whose Light and Dark captures showed the same window.
+    std::vector<std::string> notFollowingDark;
 
     // --- The shot plan (computed on demand, changes nothing)
     std::vector<PlanEntry> planEntries() const;
@@ -152,6 +154,8 @@ class ContentView {
         AppearanceMode mode, CaptureScope scope, std::optional<CaptureTarget> target,
         std::optional<CaptureEngine::FullDisplayLayout> layout, std::string code,
         std::string label);
+    void noteIfNotFollowing(CaptureScope scope, const std::optional<CaptureTarget>& target,
+                            const std::vector<CapturedShot>& shots);
     bool saveCollected(const std::vector<CapturedShot>& collected, std::string& runRoot);
     void failWalk(const RunError& error, int collected);
     void cleanUp(const RunRestore& restore);

@@ -1,8 +1,10 @@
 // ContentView: posing the target and taking the pictures of one language state.
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
+#include "control/AppearanceFollow.h"
 #include "run/RunTexts.h"
 #include "ui/ContentView.h"
 
@@ -118,7 +120,23 @@ Task<Expected<Shots, RunError>> ContentView::captureBothAppearances(
         shots.push_back(makeShot(code, label, mode, std::move(image.value()), scope));
     }
     co_await onWorker(pool, restorePrior);
+    noteIfNotFollowing(scope, target, shots);
     co_return shots;
+}
+
+// A window whose Dark capture equals its Light one didn't follow the switch: said at once and
+// again with the saved line, instead of a wrong picture saved without a word.
+void ContentView::noteIfNotFollowing(CaptureScope scope, const std::optional<CaptureTarget>& target,
+                                     const Shots& shots) {
+    if (scope != CaptureScope::singleWindow || !target || shots.size() != 2 ||
+        !AppearanceFollow::looksSame(shots[0].image, shots[1].image)) {
+        return;
+    }
+    progress.setStatusMessage(RunTexts::didNotFollowDark(target->appName) + ".");
+    if (std::find(notFollowingDark.begin(), notFollowingDark.end(), target->appName) ==
+        notFollowingDark.end()) {
+        notFollowingDark.push_back(target->appName);
+    }
 }
 
 // One appearance: the appearance calls hold the UI thread; a failed switch and a cancelled

@@ -21,6 +21,13 @@ using std::chrono::milliseconds;
 constexpr double kSettleDelaySeconds = 1.2;
 constexpr double kRelaunchTimeoutSeconds = 12.0;
 
+std::vector<CapturedShot> withMenuTitles(std::vector<CapturedShot> shots,
+                                         const std::optional<std::vector<std::string>>& titles) {
+    for (auto& shot : shots)
+        shot.menuTitles = titles;
+    return shots;
+}
+
 int enabledRowCount(const std::vector<CompositeEntry>& rows) {
     return static_cast<int>(
         std::count_if(rows.begin(), rows.end(), [](const CompositeEntry& r) { return r.enabled; }));
@@ -89,6 +96,7 @@ Task<void> ContentView::runFullCapture() {
         co_return;
 
     isWorking = true;
+    notFollowingDark.clear();
     progress.setShotsCompleted(0);
     progress.setShotsTotal(plannedShotCount());
     progress.setCaptureStage("");
@@ -186,13 +194,15 @@ Task<void> ContentView::runFullCapture() {
             }
 
             progress.setCaptureStage(RunTexts::capturingLabel(language.label));
+            // The menus as the target shows them in this language, for these pictures' bar.
+            const auto titles = co_await services_.readMenuTitles(*target);
             auto shots = co_await captureCurrentLanguage(target, language.code, language.label);
             if (!shots) {
                 failWalk(shots.error(), static_cast<int>(collected.size()));
                 cleanUp(restore);
                 co_return;
             }
-            collect(std::move(shots.value()));
+            collect(withMenuTitles(std::move(shots.value()), titles));
             currentCode = language.code;
         }
     } else {
@@ -200,13 +210,16 @@ Task<void> ContentView::runFullCapture() {
                                       ? RunTexts::windowCount(enabledRowCount(compositeWindows))
                                       : std::string("Current");
         progress.setCaptureStage(RunTexts::capturingLabel(label));
+        std::optional<std::vector<std::string>> titles;
+        if (target && captureScope == CaptureScope::singleWindow)
+            titles = co_await services_.readMenuTitles(*target);
         auto shots = co_await captureCurrentLanguage(target, "", label);
         if (!shots) {
             failWalk(shots.error(), static_cast<int>(collected.size()));
             cleanUp(restore);
             co_return;
         }
-        collect(std::move(shots.value()));
+        collect(withMenuTitles(std::move(shots.value()), titles));
     }
 
     // Ending well: compose and write everything, then tell where it went.
@@ -215,7 +228,8 @@ Task<void> ContentView::runFullCapture() {
         cleanUp(restore);
         co_return;
     }
-    progress.setStatusMessage(RunTexts::saved(static_cast<int>(collected.size()), runRoot));
+    progress.setStatusMessage(RunTexts::savedWithNotFollowing(static_cast<int>(collected.size()),
+                                                              runRoot, notFollowingDark));
     if (captureScope == CaptureScope::allWindows)
         showAllWindowsCaptureSummary();
     lastRunRoot = runRoot;

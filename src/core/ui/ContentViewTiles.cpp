@@ -2,6 +2,7 @@
 // and for saved shots alike.
 
 #include "composition/Compositor.h"
+#include "composition/MenuTitles.h"
 #include "ui/ContentView.h"
 
 namespace zd {
@@ -26,7 +27,13 @@ Image ContentView::renderTile(const PlanEntry& entry, const CapturedShot* real, 
         return Image();
     if (!placeholders_)
         placeholders_ = std::make_unique<Placeholders>(*env_.canvases);
-    return zd::renderTile(entry.mode, real, canvas, tileState(), *placeholders_, *platform);
+    TileState state = tileState();
+    // The picture's own titles, in its language; an empty language is the target's current one.
+    const std::string& code = real ? real->languageCode : entry.languageCode;
+    state.detectedMenuTitles =
+        MenuTitles::forPicture(real ? real->menuTitles : std::nullopt, detectedMenuTitles,
+                               menuBar.menuTitles, code.empty() ? targetCurrentLangCode : code);
+    return zd::renderTile(entry.mode, real, canvas, state, *placeholders_, *platform);
 }
 
 }  // namespace zd
