@@ -23,22 +23,22 @@ class SettingsStore;
 class DialogBackend;
 
 struct Environment {
-    Clock* clock = nullptr;                   // waits, timers, the UI thread's queue
-    WorkerPool* workers = nullptr;            // blocking work off the UI thread
-    ScreenBackend* screens = nullptr;         // main screen frame, visible frame, scale
-    ImageCodec* images = nullptr;             // picture files in, PNG out
-    WindowListBackend* windowList = nullptr;  // the window server's list of windows
-    CaptureBackend* capture = nullptr;        // shareable content, window and stack capture
-    SpacesBackend* spaces = nullptr;          // desktops
-    WindowSizingBackend* sizing = nullptr;    // a window's size and position
-    ProcessBackend* processes = nullptr;      // running applications, launch, terminate
+    Clock* clock = nullptr;                        // waits, timers, the UI thread's queue
+    WorkerPool* workers = nullptr;                 // blocking work off the UI thread
+    ScreenBackend* screens = nullptr;              // main screen frame, visible frame, scale
+    ImageCodec* images = nullptr;                  // picture files in, PNG out
+    WindowListBackend* windowList = nullptr;       // the window server's list of windows
+    CaptureBackend* capture = nullptr;             // shareable content, window and stack capture
+    SpacesBackend* spaces = nullptr;               // desktops
+    WindowSizingBackend* sizing = nullptr;         // a window's size and position
+    ProcessBackend* processes = nullptr;           // running applications, launch, terminate
     LanguageOverrideBackend* languageOverride = nullptr;  // per-application language keys
-    AppearanceBackend* appearance = nullptr;              // the system's Light or Dark
+    AppearanceBackend* appearance = nullptr;       // the system's Light or Dark
     TextRecognitionBackend* textRecognition = nullptr;    // reading the menu bar's titles
-    AccessibleMenuBackend* menus = nullptr;               // the target's own menus; none: not read
-    CanvasFactory* canvases = nullptr;                    // drawing surfaces for composition
-    SettingsStore* settings = nullptr;                    // the typed settings store
-    DialogBackend* dialogs = nullptr;  // folder chooser, alerts, reveal in file manager
+    AccessibleMenuBackend* menus = nullptr;               // the target's own menus, if readable
+    CanvasFactory* canvases = nullptr;             // drawing surfaces for composition
+    SettingsStore* settings = nullptr;             // the typed settings store
+    DialogBackend* dialogs = nullptr;              // folder chooser, alerts, reveal in file manager
 };
 
 }  // namespace zd
