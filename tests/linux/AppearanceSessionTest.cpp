@@ -1,12 +1,17 @@
-// Dark mode switched live for a GTK 3 application (gedit, through XSETTINGS) and a libadwaita
-// one (gnome-calculator, through the GNOME colour scheme), measured from the screen's pixels.
+// Dark reaches every toolkit: a GTK 3 (gedit), a libadwaita (gnome-text-editor) and a Qt 6
+// application (Qt Designer) are captured by the run in Light and in Dark, the Dark picture is
+// measured dark, and everything the switch touched is put back byte for byte.
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <sstream>
+
 #include "control/AppearanceController.h"
 #include "linux/GnomeAppearanceBackend.h"
-#include "support/ControlProbe.h"
+#include "support/RunHarness.h"
 #include "support/SessionFixture.h"
+#include "ui/ContentView.h"
 
 namespace zd {
 namespace {
@@ -14,64 +19,87 @@ namespace {
 using namespace std::chrono_literals;
 using AppearanceController::Mode;
 
-class AppearanceInSession : public testing::SessionTest {};
+std::string contents(const std::filesystem::path& path) {
+    std::ifstream in(path);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
 
-std::optional<testing::ProbedWindow> windowOf(pid_t pid) {
-    for (const auto& w : testing::probeWindows()) {
-        if (w.pid == pid && w.viewable && w.frame.width >= 200)
-            return w;
+double meanLuminance(const Image& image) {
+    double sum = 0;
+    for (std::uint32_t p : image.pixels()) {
+        sum += 0.2126 * Image::redOf(p) + 0.7152 * Image::greenOf(p) + 0.0722 * Image::blueOf(p);
     }
-    return std::nullopt;
+    return image.pixels().empty() ? -1 : sum / static_cast<double>(image.pixels().size());
 }
 
-TEST_F(AppearanceInSession, BothToolkitsFollowDarkModeLiveAndThePriorModeComesBack) {
-    x11::GnomeAppearanceBackend::Options options;
-    options.settingsConfig = session().settingsConfig();
-    options.settingsDaemonPid = session().settingsDaemonPid();
-    x11::GnomeAppearanceBackend backend(options);
+class DarkInEveryToolkit : public testing::SessionTest,
+                           public ::testing::WithParamInterface<std::vector<std::string>> {};
 
-    auto calculator = launchApp({"gnome-calculator"});
-    auto editor = launchApp({"gedit"});
-    ASSERT_TRUE(calculator && editor);
-    std::optional<testing::ProbedWindow> calc, edit;
-    ASSERT_TRUE(testing::waitFor([&] {
-        calc = windowOf(calculator->pid());
-        edit = windowOf(editor->pid());
-        return calc && edit;
-    }));
-    // The part of each window the other doesn't cover, inside its frame.
-    const Rect calcArea{calc->frame.x + 10, calc->frame.y + 60, calc->frame.width - 20, 120};
-    const double right = std::max(edit->frame.x, calc->frame.maxX()) + 10;
-    const Rect editArea{right, edit->frame.y + 60, edit->frame.maxX() - right - 10, 300};
-    auto luminance = [&](const Rect& area) { return testing::meanLuminance(area).value_or(-1); };
+TEST_P(DarkInEveryToolkit, TheDarkShotIsDarkAndEverySettingComesBack) {
+    const auto qtConfig = session().directory() / "config" / "qt6ct" / "qt6ct.conf";
+    const std::string qtBefore = contents(qtConfig);
+    const std::string settingsBefore = contents(session().settingsConfig());
+    auto app = launchApp(GetParam());
+    ASSERT_TRUE(app);
+    auto harness = testing::RunHarness::create((session().directory() / "settings.json").string(),
+                                               (session().directory() / "run").string());
+    ASSERT_TRUE(harness);
+    ContentView& view = harness->view();
+    view.countdownSeconds = 0;
+    ASSERT_TRUE(harness->selectTargetOf(app->pid()));
+    const auto before = harness->env().appearance->readDarkMode();
+    ASSERT_TRUE(before);
+    std::this_thread::sleep_for(2s);  // the window's first frames drawn
 
-    const auto prior = AppearanceController::current(backend);
-    ASSERT_EQ(prior, Mode::light);
-    ASSERT_TRUE(testing::waitFor(
-        [&] { return luminance(calcArea) > 180 && luminance(editArea) > 180; }, 10s))
-        << luminance(calcArea) << " " << luminance(editArea);
+    std::optional<Expected<std::vector<CapturedShot>, RunError>> shots;
+    spawn([](ContentView& v, auto& out) -> Task<void> {
+        out.emplace(co_await v.captureCurrentLanguage(v.selectedTarget(), "", "Current"));
+    }(view, shots));
+    ASSERT_TRUE(testing::runEventsUntil([&] { return shots.has_value(); }, 60s));
+    ASSERT_TRUE(*shots) << view.progress.statusMessage();
+    ASSERT_EQ(shots->value().size(), 2u);
+    const double light = meanLuminance(shots->value()[0].image);
+    const double dark = meanLuminance(shots->value()[1].image);
+    RecordProperty("light", std::to_string(light));
+    RecordProperty("dark", std::to_string(dark));
+    EXPECT_GT(light, 170) << GetParam()[0];
+    EXPECT_LT(dark, light - 80) << GetParam()[0] << " light " << light << " dark " << dark;
+    EXPECT_TRUE(view.notFollowingDark.empty());
 
-    ASSERT_TRUE(AppearanceController::set(backend, Mode::dark));
-    EXPECT_EQ(AppearanceController::current(backend), Mode::dark);
-    EXPECT_TRUE(testing::waitFor([&] { return luminance(calcArea) < 110; }, 5s))
-        << luminance(calcArea);
-    EXPECT_TRUE(testing::waitFor([&] { return luminance(editArea) < 110; }, 5s))
-        << luminance(editArea);
-
-    ASSERT_TRUE(AppearanceController::set(backend, *prior));
-    EXPECT_EQ(AppearanceController::current(backend), Mode::light);
-    EXPECT_TRUE(testing::waitFor([&] { return luminance(calcArea) > 180; }, 5s))
-        << luminance(calcArea);
-    EXPECT_TRUE(testing::waitFor([&] { return luminance(editArea) > 180; }, 5s))
-        << luminance(editArea);
+    EXPECT_EQ(harness->env().appearance->readDarkMode()->standardOutput, before->standardOutput);
+    EXPECT_EQ(contents(qtConfig), qtBefore);
+    EXPECT_EQ(contents(session().settingsConfig()), settingsBefore);
 }
 
-TEST(GnomeAppearanceBackend, ThemeNameIsReplacedInPlaceAndOtherSettingsKept) {
-    EXPECT_EQ(x11::GnomeAppearanceBackend::withThemeName(
-                  "Net/ThemeName \"Adwaita\"\nNet/IconThemeName \"Adwaita\"\n", "Adwaita-dark"),
+INSTANTIATE_TEST_SUITE_P(Toolkits, DarkInEveryToolkit,
+                         ::testing::Values(std::vector<std::string>{"gedit"},
+                                           std::vector<std::string>{"gnome-text-editor"},
+                                           std::vector<std::string>{"/usr/lib/qt6/bin/designer"}),
+                         [](const auto& tested) {
+                             return std::string(tested.index == 0   ? "Gtk3"
+                                                : tested.index == 1 ? "Libadwaita"
+                                                                    : "Qt6");
+                         });
+
+TEST(GnomeAppearanceBackend, ConfigsAndThemesOfTheOtherModeKeepEverythingElse) {
+    using Backend = x11::GnomeAppearanceBackend;
+    EXPECT_EQ(Backend::withThemeName("Net/ThemeName \"Adwaita\"\nNet/IconThemeName \"Adwaita\"\n",
+                                     "Adwaita-dark"),
               "Net/ThemeName \"Adwaita-dark\"\nNet/IconThemeName \"Adwaita\"\n");
-    EXPECT_EQ(x11::GnomeAppearanceBackend::withThemeName("Xft/DPI 98304\n", "Adwaita"),
+    EXPECT_EQ(Backend::withThemeName("Xft/DPI 98304\n", "Adwaita"),
               "Xft/DPI 98304\nNet/ThemeName \"Adwaita\"\n");
+    EXPECT_EQ(Backend::withQtPalette("[Appearance]\ncustom_palette=false\nstyle=Fusion\n[Fonts]\n",
+                                     true, "/d.conf"),
+              "[Appearance]\ncustom_palette=true\nstyle=Fusion\ncolor_scheme_path=/d.conf\n"
+              "[Fonts]\n");
+    EXPECT_EQ(Backend::withQtPalette("[Fonts]\n", false, "/d.conf"),
+              "[Fonts]\n[Appearance]\ncustom_palette=false\n");
+    EXPECT_EQ(Backend::gtkThemeFor("Arc", true), "Adwaita-dark");
+    EXPECT_EQ(Backend::gtkThemeFor("Arc", false), "Arc");
+    EXPECT_EQ(Backend::gtkThemeFor("Arc-Dark", true), "Arc-Dark");
+    EXPECT_EQ(Backend::gtkThemeFor("Arc-Dark", false), "Arc");
 }
 
 TEST(GnomeAppearanceBackend, AMissingToolReadsAsNothingAndCannotBeWritten) {

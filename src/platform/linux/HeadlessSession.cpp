@@ -143,11 +143,18 @@ std::optional<std::string> HeadlessSession::launch(Options options) {
             {"XDG_RUNTIME_DIR", (dir_ / "runtime").string()},
             {"GSETTINGS_BACKEND", "dconf"},
             {"GDK_BACKEND", "x11"},
-            {"NO_AT_BRIDGE", "1"}};
+            // Qt 6 applications take their palette from qt6ct's config, which follows the
+            // appearance live; Qt's GTK theme reads the GTK theme only at start.
+            {"QT_QPA_PLATFORMTHEME", "qt6ct"}};
+    if (auto failure = writeQtConfig())
+        return failure;
     if (options.sessionBus) {
         if (auto failure = startBus())
             return failure;
         env_.emplace_back("DBUS_SESSION_BUS_ADDRESS", busAddress_);
+        // The accessibility bus, where applications publish their menus; without it their menus
+        // are not read, and GTK would start one itself on first use, beyond the session's reach.
+        (void)spawn({"/usr/libexec/at-spi-bus-launcher", "--launch-immediately"}, "at-spi.log");
     }
     if (options.settingsDaemon) {
         std::FILE* f = std::fopen(settingsConfig().c_str(), "w");
@@ -265,14 +272,28 @@ pid_t HeadlessSession::spawn(const std::vector<std::string>& argv, const std::st
     return pid;
 }
 
+std::optional<std::string> HeadlessSession::writeQtConfig() const {
+    const auto folder = dir_ / "config" / "qt6ct";
+    std::error_code ec;
+    std::filesystem::create_directories(folder, ec);
+    std::FILE* f = std::fopen((folder / "qt6ct.conf").c_str(), "w");
+    if (!f)
+        return "Couldn't write " + (folder / "qt6ct.conf").string();
+    std::fputs("[Appearance]\ncustom_palette=false\nstyle=Fusion\n", f);
+    std::fclose(f);
+    return std::nullopt;
+}
+
 bool HeadlessSession::reloadSettings() const {
     return xsettingsd_ > 0 && kill(xsettingsd_, SIGHUP) == 0;
 }
 
 std::vector<std::string> HeadlessSession::childEnvironment() const {
     std::vector<std::string> result = environmentWith(env_);
-    // The session is X11 only.
-    std::erase_if(result, [](const std::string& e) { return e.starts_with("WAYLAND_DISPLAY="); });
+    // The session is X11 only, and its Qt applications draw on its display, not offscreen.
+    std::erase_if(result, [](const std::string& e) {
+        return e.starts_with("WAYLAND_DISPLAY=") || e.starts_with("QT_QPA_PLATFORM=");
+    });
     return result;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 // A private headless desktop: Xvfb on a free display, openbox, a D-Bus session bus (so gsettings
-// reaches dconf) and xsettingsd with its own config file, all confined to a temporary folder.
+// reaches dconf) with the accessibility bus, xsettingsd with its own config file and a qt6ct
+// config for Qt applications, all confined to a temporary folder.
 // Integration tests and the command line start one, run targets inside it and let the
 // destructor end every process it started, each by its own pid.
 
@@ -62,6 +63,7 @@ class HeadlessSession {
     std::optional<std::string> launch(Options options);
     std::optional<std::string> startDisplay(const Options& options);
     std::optional<std::string> startBus();
+    std::optional<std::string> writeQtConfig() const;
     pid_t spawn(const std::vector<std::string>& argv, const std::string& logName);
     void stopAll();
 

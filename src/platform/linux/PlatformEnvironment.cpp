@@ -1,6 +1,7 @@
 // The Linux/X11 environment: xcb and Composite for windows, EWMH for desktops and sizing,
 // /proc and signals for applications, GNOME colour scheme and XSETTINGS for the appearance,
-// tesseract for text, QPainter for drawing, a JSON file for settings.
+// tesseract for text, AT-SPI for the target's menus, QPainter for drawing, a JSON file for
+// settings.
 
 #include "common/PlatformEnvironment.h"
 
@@ -10,6 +11,7 @@
 #include "QtCanvasFactory.h"
 #include "QtImageCodec.h"
 #include "common/QtClock.h"
+#include "linux/AtspiMenuBackend.h"
 #include "linux/EwmhSpacesBackend.h"
 #include "linux/EwmhWindowSizingBackend.h"
 #include "linux/FileSettingsStore.h"
@@ -64,6 +66,7 @@ struct PlatformEnvironment::Impl {
         env.languageOverride = &overrides;
         env.appearance = &appearance;
         env.textRecognition = &text;
+        env.menus = &menus;
         env.canvases = &canvases;
         env.settings = &settings;
     }
@@ -81,6 +84,7 @@ struct PlatformEnvironment::Impl {
     LanguageOverrideStore overrides;
     GnomeAppearanceBackend appearance;
     TesseractTextRecognitionBackend text;
+    AtspiMenuBackend menus;
     QtCanvasFactory canvases;
     FileSettingsStore settings;
     ResourceBundle bundle;
