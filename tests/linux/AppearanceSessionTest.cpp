@@ -83,6 +83,15 @@ INSTANTIATE_TEST_SUITE_P(Toolkits, DarkInEveryToolkit,
                                                                     : "Qt6");
                          });
 
+class SettingsDaemonInSession : public testing::SessionTest {};
+
+TEST_F(SettingsDaemonInSession, ADesktopsOwnXsettingsdIsFoundByItsDisplay) {
+    const auto daemon = x11::GnomeAppearanceBackend::runningSettingsDaemon();
+    ASSERT_TRUE(daemon);
+    EXPECT_EQ(daemon->first, session().settingsConfig());
+    EXPECT_EQ(daemon->second, session().settingsDaemonPid());
+}
+
 TEST(GnomeAppearanceBackend, ConfigsAndThemesOfTheOtherModeKeepEverythingElse) {
     using Backend = x11::GnomeAppearanceBackend;
     EXPECT_EQ(Backend::withThemeName("Net/ThemeName \"Adwaita\"\nNet/IconThemeName \"Adwaita\"\n",

@@ -2,6 +2,7 @@
 
 #include <dirent.h>
 #include <signal.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -20,6 +21,21 @@ namespace {
 constexpr const char* schema = "org.gnome.desktop.interface";
 constexpr const char* dconfFolder = "/org/gnome/desktop/interface/";
 
+std::vector<std::string> numberedEntries(const char* folder) {
+    std::vector<std::string> names;
+    if (DIR* dir = opendir(folder)) {
+        while (dirent* entry = readdir(dir)) {
+            const std::string name = entry->d_name;
+            if (!name.empty() && std::all_of(name.begin(), name.end(),
+                                             [](unsigned char c) { return std::isdigit(c); })) {
+                names.push_back(name);
+            }
+        }
+        closedir(dir);
+    }
+    return names;
+}
+
 GnomeAppearanceBackend::Options optionsFromEnvironment() {
     GnomeAppearanceBackend::Options options;
     if (const char* config = std::getenv("ZD_XSETTINGSD_CONFIG"); config && *config) {
@@ -27,6 +43,14 @@ GnomeAppearanceBackend::Options optionsFromEnvironment() {
     }
     if (const char* pid = std::getenv("ZD_XSETTINGSD_PID"); pid && *pid) {
         options.settingsDaemonPid = static_cast<pid_t>(std::atol(pid));
+    }
+    // A desktop whose XSETTINGS come from the user's own xsettingsd (window-manager sessions
+    // without GNOME's settings daemon): its config is rewritten the same way.
+    if (options.settingsConfig.empty()) {
+        if (auto daemon = GnomeAppearanceBackend::runningSettingsDaemon()) {
+            options.settingsConfig = daemon->first;
+            options.settingsDaemonPid = daemon->second;
+        }
     }
     std::filesystem::path configHome;
     if (const char* xdg = std::getenv("XDG_CONFIG_HOME"); xdg && *xdg) {
@@ -62,31 +86,27 @@ std::optional<std::string> readFile(const std::filesystem::path& path) {
     return text.str();
 }
 
+std::vector<std::string> nulSeparated(const std::filesystem::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    std::vector<std::string> parts;
+    for (std::string part; std::getline(in, part, '\0');)
+        parts.push_back(part);
+    return parts;
+}
+
 // Whether another running process has this shared library mapped.
 bool anotherProcessLoaded(const std::string& library) {
-    DIR* proc = opendir("/proc");
-    if (!proc)
-        return false;
     const std::string self = std::to_string(getpid());
-    bool found = false;
-    while (dirent* entry = readdir(proc)) {
-        const std::string name = entry->d_name;
-        if (name == self || !std::all_of(name.begin(), name.end(),
-                                         [](unsigned char c) { return std::isdigit(c); })) {
+    for (const auto& pid : numberedEntries("/proc")) {
+        if (pid == self)
             continue;
-        }
-        std::ifstream maps("/proc/" + name + "/maps");
+        std::ifstream maps("/proc/" + pid + "/maps");
         for (std::string line; std::getline(maps, line);) {
-            if (line.find(library) != std::string::npos) {
-                found = true;
-                break;
-            }
+            if (line.find(library) != std::string::npos)
+                return true;
         }
-        if (found)
-            break;
     }
-    closedir(proc);
-    return found;
+    return false;
 }
 
 }  // namespace
@@ -261,6 +281,48 @@ std::string GnomeAppearanceBackend::withQtPalette(const std::string& config, boo
         out += "[Appearance]\n";
     addMissing();
     return out;
+}
+
+std::optional<std::pair<std::filesystem::path, pid_t>>
+GnomeAppearanceBackend::runningSettingsDaemon() {
+    const uid_t uid = getuid();
+    const char* ourDisplay = std::getenv("DISPLAY");
+    if (!ourDisplay || !*ourDisplay)
+        return std::nullopt;
+    const std::string display = ourDisplay;
+    for (const auto& pid : numberedEntries("/proc")) {
+        const std::filesystem::path dir = "/proc/" + pid;
+        std::ifstream comm(dir / "comm");
+        std::string name;
+        std::getline(comm, name);
+        if (name != "xsettingsd")
+            continue;
+        if (struct stat info{}; ::stat(dir.c_str(), &info) != 0 || info.st_uid != uid)
+            continue;
+        // Only the daemon of this display serves this desktop's applications.
+        const auto environment = nulSeparated(dir / "environ");
+        if (std::find(environment.begin(), environment.end(), "DISPLAY=" + display) ==
+            environment.end()) {
+            continue;
+        }
+        const auto args = nulSeparated(dir / "cmdline");
+        // xsettingsd -c FILE / --config=FILE; by default ~/.xsettingsd.
+        std::filesystem::path config;
+        for (std::size_t i = 1; i < args.size(); ++i) {
+            if ((args[i] == "-c" || args[i] == "--config") && i + 1 < args.size())
+                config = args[i + 1];
+            else if (args[i].starts_with("--config="))
+                config = args[i].substr(9);
+        }
+        if (config.empty()) {
+            const char* home = std::getenv("HOME");
+            if (!home)
+                continue;
+            config = std::filesystem::path(home) / ".xsettingsd";
+        }
+        return std::make_pair(config, static_cast<pid_t>(std::stol(pid)));
+    }
+    return std::nullopt;
 }
 
 std::string GnomeAppearanceBackend::gtkThemeFor(const std::string& theme, bool dark) {

@@ -15,6 +15,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "env/AppearanceBackend.h"
 
@@ -24,7 +25,7 @@ class GnomeAppearanceBackend : public AppearanceBackend {
   public:
     struct Options {
         // xsettingsd's config file and pid; by default from ZD_XSETTINGSD_CONFIG and
-        // ZD_XSETTINGSD_PID (set by the headless session).
+        // ZD_XSETTINGSD_PID (set by the headless session), else a running xsettingsd's.
         std::filesystem::path settingsConfig;
         pid_t settingsDaemonPid = 0;
         // qt6ct's config; by default $XDG_CONFIG_HOME/qt6ct/qt6ct.conf. Left alone when absent.
@@ -52,6 +53,8 @@ class GnomeAppearanceBackend : public AppearanceBackend {
     // The GTK theme of the other mode: "Adwaita-dark" for a light theme, a dark theme's light
     // sibling ("Foo-dark" → "Foo").
     static std::string gtkThemeFor(const std::string& theme, bool dark);
+    // The config file and pid of this user's xsettingsd on this DISPLAY, if one runs.
+    static std::optional<std::pair<std::filesystem::path, pid_t>> runningSettingsDaemon();
 
   private:
     // One gsettings key as found: its printed value, and whether the user had set it at all.

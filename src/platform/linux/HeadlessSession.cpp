@@ -305,6 +305,9 @@ void HeadlessSession::applyToCurrentProcess() {
     save("WAYLAND_DISPLAY");
     unsetenv("WAYLAND_DISPLAY");
     for (const auto& [key, value] : env_) {
+        // The session's Qt theme is for its targets; this process draws offscreen.
+        if (key == "QT_QPA_PLATFORMTHEME")
+            continue;
         save(key);
         setenv(key.c_str(), value.c_str(), 1);
     }
