@@ -84,7 +84,9 @@ TEST_F(ProcBackendTest, LaunchesByIdentityWithTheLanguageAndFindsTheInstance) {
     auto b = backend();
     EXPECT_EQ(b.applicationLocation("org.example.Probe"), script.string());
     EXPECT_FALSE(b.applicationLocation("org.example.Missing"));
-    const pid_t pid = launch(b, {"--flag"}, {{"LC_ALL", "de_DE.UTF-8"}, {"LANGUAGE", "de"}});
+    const pid_t pid =
+        launch(b, {"--flag"},
+               {{"LC_ALL", "de_DE.UTF-8"}, {"LANGUAGE", "de"}, {"QT_QPA_PLATFORMTHEME", "qt6ct"}});
     ASSERT_GT(pid, 0);
     ASSERT_TRUE(eventually([&] { return std::filesystem::exists(script.string() + ".out"); }));
     std::string line;
@@ -97,6 +99,16 @@ TEST_F(ProcBackendTest, LaunchesByIdentityWithTheLanguageAndFindsTheInstance) {
     EXPECT_EQ(instances[0].bundleIdentifier, "org.example.Probe");
     EXPECT_EQ(instances[0].activationPolicy, ActivationPolicy::regular);
     EXPECT_FALSE(instances[0].icon);
+
+    // Started again, it keeps the Qt theme it was seen with (the one that follows Dark).
+    const pid_t again = launch(b);
+    ASSERT_GT(again, 0);
+    const auto relaunched = b.runningApplication(again);
+    ASSERT_TRUE(relaunched);
+    EXPECT_NE(std::find(relaunched->environment.begin(), relaunched->environment.end(),
+                        "QT_QPA_PLATFORMTHEME=qt6ct"),
+              relaunched->environment.end());
+    EXPECT_TRUE(b.terminate(again));
 
     EXPECT_TRUE(b.terminate(pid));
     EXPECT_TRUE(eventually([&] { return !b.runningApplication(pid); }));

@@ -164,7 +164,8 @@ std::optional<RunningApplication> ProcProcessBackend::read(
     if (app.bundleIdentifier) {
         std::lock_guard lock(mutex_);
         lastSeen_[*app.bundleIdentifier] =
-            CommandLine{app.executable, app.arguments, fs::read_symlink(dir / "cwd", ec).string()};
+            CommandLine{app.executable, app.arguments, fs::read_symlink(dir / "cwd", ec).string(),
+                        variable(app.environment, "QT_QPA_PLATFORMTHEME")};
     }
     return app;
 }
@@ -277,12 +278,15 @@ std::optional<std::string> ProcProcessBackend::applicationLocation(
 
 Expected<std::int32_t, std::string> ProcProcessBackend::launch(const LaunchRequest& request) {
     SpawnRequest spawn;
+    auto overrides = request.environment;
     {
         std::lock_guard lock(mutex_);
         for (const auto& [id, seen] : lastSeen_) {
             if (seen.executable == request.location && !seen.arguments.empty()) {
                 spawn.argv = seen.arguments;
                 spawn.workingDirectory = seen.workingDirectory;
+                if (!seen.qtPlatformTheme.empty())
+                    overrides.emplace_back("QT_QPA_PLATFORMTHEME", seen.qtPlatformTheme);
                 break;
             }
         }
@@ -293,7 +297,7 @@ Expected<std::int32_t, std::string> ProcProcessBackend::launch(const LaunchReque
     if (request.location.front() == '/')
         spawn.argv.front() = request.location;
     spawn.argv.insert(spawn.argv.end(), request.arguments.begin(), request.arguments.end());
-    spawn.environment = environmentWith(request.environment);
+    spawn.environment = environmentWith(overrides);
     // Desktop launches pass these on; a relaunched instance mustn't inherit ours.
     std::erase_if(spawn.environment, [](const std::string& entry) {
         return entry.rfind("DESKTOP_STARTUP_ID=", 0) == 0 ||

@@ -55,6 +55,8 @@ class ProcProcessBackend : public ProcessBackend {
         std::string executable;
         std::vector<std::string> arguments;
         std::string workingDirectory;
+        // Its Qt platform theme, which decides whether a Qt application follows Dark.
+        std::string qtPlatformTheme;
     };
 
     // `windowClasses` null: asked for when needed.
