@@ -103,11 +103,13 @@ TEST_F(ProcBackendTest, LaunchesByIdentityWithTheLanguageAndFindsTheInstance) {
     // Started again, it keeps the Qt theme it was seen with (the one that follows Dark).
     const pid_t again = launch(b);
     ASSERT_GT(again, 0);
-    const auto relaunched = b.runningApplication(again);
-    ASSERT_TRUE(relaunched);
-    EXPECT_NE(std::find(relaunched->environment.begin(), relaunched->environment.end(),
-                        "QT_QPA_PLATFORMTHEME=qt6ct"),
-              relaunched->environment.end());
+    // Read once the new process has started the program, not while it is still a copy of ours.
+    EXPECT_TRUE(eventually([&] {
+        const auto relaunched = b.runningApplication(again);
+        return relaunched &&
+               std::find(relaunched->environment.begin(), relaunched->environment.end(),
+                         "QT_QPA_PLATFORMTHEME=qt6ct") != relaunched->environment.end();
+    }));
     EXPECT_TRUE(b.terminate(again));
 
     EXPECT_TRUE(b.terminate(pid));
