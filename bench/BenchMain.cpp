@@ -253,8 +253,13 @@ int runPng(const std::string& path) {
     const auto image = codec.load(path);
     if (!image)
         return 1;
-    // libpng's defaults, through Qt's PNG writer (zlib level 6, adaptive filters).
-    const QImage q = toQImage(*image).convertToFormat(QImage::Format_ARGB32);
+    // libpng's defaults, through Qt's PNG writer (zlib level 6, adaptive filters), with the
+    // channels ours writes: RGB for an opaque picture, RGBA otherwise.
+    const auto pixels = image->pixels();
+    const bool opaque = std::all_of(pixels.begin(), pixels.end(),
+                                    [](std::uint32_t p) { return Image::alphaOf(p) == 255; });
+    const QImage q =
+        toQImage(*image).convertToFormat(opaque ? QImage::Format_RGB32 : QImage::Format_ARGB32);
     QByteArray reference;
     auto started = Clock::now();
     {

@@ -14,8 +14,6 @@ static_assert(std::endian::native == std::endian::little,
 
 namespace {
 
-constexpr std::size_t kBytesPerPixel = 4;
-
 // 16.16 reciprocals that turn a premultiplied sample back into a straight one, rounded to
 // the nearest value so that premultiplying again gives the original sample.
 const std::array<std::uint32_t, 256>& unpremultiplyTable() {
@@ -48,8 +46,22 @@ void unpremultiplyRow(const std::uint32_t* src, std::size_t width, std::uint8_t*
                        (static_cast<std::uint32_t>(unpremultiplied(p & 0xffu, m)) << 16) |
                        (a << 24);
         }
-        std::memcpy(dst + i * kBytesPerPixel, &straight, kBytesPerPixel);
+        std::memcpy(dst + i * 4, &straight, 4);
     }
+}
+
+// One row of premultiplied 0xAARRGGBB into R, G, B bytes, alpha dropped; false when a pixel
+// isn't opaque. Opaque pixels need no unpremultiplying, so the bytes equal the RGBA row's.
+bool opaqueRow(const std::uint32_t* src, std::size_t width, std::uint8_t* dst) {
+    std::uint32_t alphas = 0xff000000u;
+    for (std::size_t i = 0; i < width; ++i) {
+        const std::uint32_t p = src[i];
+        alphas &= p;
+        dst[i * 3] = static_cast<std::uint8_t>(p >> 16);
+        dst[i * 3 + 1] = static_cast<std::uint8_t>(p >> 8);
+        dst[i * 3 + 2] = static_cast<std::uint8_t>(p);
+    }
+    return alphas == 0xff000000u;
 }
 
 std::uint8_t paethPredictor(int a, int b, int c) {
@@ -65,7 +77,8 @@ std::uint8_t paethPredictor(int a, int b, int c) {
 }
 
 // Writes the filter type byte and the filtered row. `prev` is the straight row above, or all
-// zeros for the first row.
+// zeros for the first row. The filters look back one pixel, `kBytesPerPixel` bytes.
+template <std::size_t kBytesPerPixel>
 void filterRow(PngRowFilter::Type type, const std::uint8_t* raw, const std::uint8_t* prev,
                std::size_t rowBytes, std::uint8_t* out) {
     out[0] = static_cast<std::uint8_t>(type);
@@ -101,24 +114,42 @@ void filterRow(PngRowFilter::Type type, const std::uint8_t* raw, const std::uint
     }
 }
 
-}  // namespace
-
-void PngRowFilter::filterRows(const Image& image, Type type, int first, int last,
-                              std::uint8_t* out) {
+template <std::size_t kBytesPerPixel>
+bool filterRowsOf(const Image& image, PngRowFilter::Type type, int first, int last,
+                  std::uint8_t* out) {
     const auto width = static_cast<std::size_t>(image.width());
     const std::size_t rowBytes = width * kBytesPerPixel;
     std::vector<std::uint8_t> prev(rowBytes, 0);
     std::vector<std::uint8_t> raw(rowBytes);
     const std::uint32_t* pixels = image.pixels().data();
-    const bool usesRowAbove = type != Type::none && type != Type::sub;
-    if (first > 0 && usesRowAbove)
-        unpremultiplyRow(pixels + static_cast<std::size_t>(first - 1) * width, width, prev.data());
+    const auto convert = [&](int y, std::uint8_t* dst) {
+        const std::uint32_t* row = pixels + static_cast<std::size_t>(y) * width;
+        if constexpr (kBytesPerPixel == 3) {
+            return opaqueRow(row, width, dst);
+        } else {
+            unpremultiplyRow(row, width, dst);
+            return true;
+        }
+    };
+    const bool usesRowAbove = type != PngRowFilter::Type::none && type != PngRowFilter::Type::sub;
+    if (first > 0 && usesRowAbove && !convert(first - 1, prev.data()))
+        return false;
     for (int y = first; y < last; ++y) {
-        unpremultiplyRow(pixels + static_cast<std::size_t>(y) * width, width, raw.data());
-        filterRow(type, raw.data(), prev.data(), rowBytes,
-                  out + static_cast<std::size_t>(y - first) * (rowBytes + 1));
+        if (!convert(y, raw.data()))
+            return false;
+        filterRow<kBytesPerPixel>(type, raw.data(), prev.data(), rowBytes,
+                                  out + static_cast<std::size_t>(y - first) * (rowBytes + 1));
         std::swap(raw, prev);
     }
+    return true;
+}
+
+}  // namespace
+
+bool PngRowFilter::filterRows(const Image& image, Type type, int first, int last, std::uint8_t* out,
+                              Channels channels) {
+    return channels == Channels::rgb ? filterRowsOf<3>(image, type, first, last, out)
+                                     : filterRowsOf<4>(image, type, first, last, out);
 }
 
 }  // namespace zd

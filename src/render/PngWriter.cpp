@@ -42,10 +42,13 @@ void appendChunk(std::vector<std::uint8_t>& png, const char type[4],
 }
 
 // The rows in groups of about one libdeflate block each, converted, filtered and compressed
-// on the worker threads (at the fastest level) or on this one.
+// on the worker threads (at the fastest level) or on this one. With `rgb` a chunk that finds a
+// pixel that isn't opaque sets `sawTransparency`, and every chunk from then on is left empty:
+// the stream is then worthless and the caller starts again with RGBA.
 bool compressRows(const Image& image, const PngWriter::Options& options,
+                  PngRowFilter::Channels channels, std::atomic<bool>& sawTransparency,
                   PngWriter::Timings& timings, std::vector<std::uint8_t>& png) {
-    const std::size_t scanline = PngRowFilter::scanlineBytes(image.width());
+    const std::size_t scanline = PngRowFilter::scanlineBytes(image.width(), channels);
     const int rowsPerChunk =
         static_cast<int>(std::max<std::size_t>(1, ParallelZlibCompressor::kChunkBytes / scanline));
     const int rows = image.height();
@@ -56,7 +59,11 @@ bool compressRows(const Image& image, const PngWriter::Options& options,
         const int first = static_cast<int>(index) * rowsPerChunk;
         const int last = std::min(rows, first + rowsPerChunk);
         bytes.resize(static_cast<std::size_t>(last - first) * scanline);
-        PngRowFilter::filterRows(image, options.filter, first, last, bytes.data());
+        if (sawTransparency ||
+            !PngRowFilter::filterRows(image, options.filter, first, last, bytes.data(), channels)) {
+            sawTransparency = true;
+            bytes.clear();
+        }
         rowTime +=
             std::chrono::duration_cast<std::chrono::nanoseconds>(Clock::now() - started).count();
     };
@@ -66,11 +73,12 @@ bool compressRows(const Image& image, const PngWriter::Options& options,
     const bool done = parallel ? ParallelZlibCompressor::compress(chunks, source, threads, png)
                                : ParallelZlibCompressor::compressAsOneStream(
                                      chunks, source, options.compressionLevel, png);
-    timings.rows = std::chrono::nanoseconds(rowTime.load());
+    const auto rowsSpent = std::chrono::nanoseconds(rowTime.load());
+    timings.rows += rowsSpent;
     // Whatever wasn't spent on rows went to compressing.
-    timings.deflate =
+    timings.deflate +=
         std::chrono::duration_cast<std::chrono::nanoseconds>((Clock::now() - started) * threads) -
-        timings.rows;
+        rowsSpent;
     return done;
 }
 
@@ -97,26 +105,43 @@ std::optional<std::vector<std::uint8_t>> PngWriter::encode(const Image& image,
     try {
         static constexpr std::uint8_t kSignature[8] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1a, '\n'};
         std::vector<std::uint8_t> png(kSignature, kSignature + 8);
-        std::vector<std::uint8_t> header(13);
-        putBigEndian32(header.data(), static_cast<std::uint32_t>(width));
-        putBigEndian32(header.data() + 4, static_cast<std::uint32_t>(height));
-        header[8] = 8;   // bits per sample
-        header[9] = 6;   // colour type: RGBA
-        header[10] = 0;  // deflate
-        header[11] = 0;  // adaptive filtering (one filter type byte per row)
-        header[12] = 0;  // not interlaced
-        appendChunk(png, "IHDR", header);
+        // The header's place; its colour type is known once the rows have been through.
+        const std::size_t headerStart = png.size();
+        png.resize(headerStart + 12 + 13);
 
-        // The zlib stream is compressed straight into the IDAT chunk's place in the file.
+        // The zlib stream is compressed straight into the IDAT chunk's place in the file. An
+        // opaque picture (any over a colour or picture background) goes without the alpha
+        // channel, which some stores refuse; its pixels are those the RGBA file would hold.
+        // Whether it is opaque is learnt while converting the rows, so a picture with
+        // transparency is converted a second time, usually after a row or two of the first.
         const std::size_t idatStart = png.size();
-        png.resize(idatStart + 8);
         Timings spent;
-        if (!compressRows(image, options, spent, png))
+        PngRowFilter::Channels channels = PngRowFilter::Channels::rgb;
+        std::atomic<bool> sawTransparency{false};
+        png.resize(idatStart + 8);
+        if (!compressRows(image, options, channels, sawTransparency, spent, png))
             return std::nullopt;
+        if (sawTransparency) {
+            channels = PngRowFilter::Channels::rgba;
+            sawTransparency = false;
+            png.resize(idatStart + 8);
+            if (!compressRows(image, options, channels, sawTransparency, spent, png))
+                return std::nullopt;
+        }
         const std::size_t idatLength = png.size() - idatStart - 8;
         png.resize(png.size() + 4);
         sealChunk(png, idatStart, "IDAT", idatLength);
         appendChunk(png, "IEND", {});
+
+        std::uint8_t* header = png.data() + headerStart + 8;
+        putBigEndian32(header, static_cast<std::uint32_t>(width));
+        putBigEndian32(header + 4, static_cast<std::uint32_t>(height));
+        header[8] = 8;                                                // bits per sample
+        header[9] = channels == PngRowFilter::Channels::rgb ? 2 : 6;  // colour type: RGB, RGBA
+        header[10] = 0;                                               // deflate
+        header[11] = 0;  // adaptive filtering (one filter type byte per row)
+        header[12] = 0;  // not interlaced
+        sealChunk(png, headerStart, "IHDR", 13);
         if (timings != nullptr)
             *timings = spent;
         return png;

@@ -1,5 +1,6 @@
 #pragma once
-// Our own PNG encoder: premultiplied ARGB in, an 8-bit RGBA PNG (alpha always kept) out.
+// Our own PNG encoder: premultiplied ARGB in, an 8-bit PNG out: RGB when every pixel is opaque,
+// RGBA (straight alpha) otherwise.
 // Saving pictures is dominated by compression, so the filter and the deflate level are
 // chosen by measurement (see bench/): the Average filter and libdeflate's fastest level, run
 // on several threads, are many times faster than libpng's defaults for a few percent more

@@ -16,8 +16,8 @@ class ImageCodec {
     virtual ~ImageCodec() = default;
     // Reads a picture file (JPEG, PNG, TIFF, WebP, …); nothing if it can't be read.
     virtual std::optional<Image> load(const std::string& path) const = 0;
-    // Encodes an image as PNG with its alpha; nothing if encoding failed. Saving calls this
-    // from several threads at once.
+    // Encodes an image as PNG, without the alpha channel when every pixel is opaque; nothing if
+    // encoding failed. Saving calls this from several threads at once.
     virtual std::optional<std::vector<std::uint8_t>> encodePNG(const Image& image) const = 0;
 };
 
