@@ -23,6 +23,7 @@ struct PlanArguments {
     std::string scope;
     std::vector<std::string> languages;
     std::vector<std::string> appearances;
+    std::string store;
 };
 
 std::string sizeText(Size size) {
@@ -59,6 +60,8 @@ int plan(Context& context, const PlanArguments& args) {
     Environment environment;
     LiveRunServices services(environment);
     ContentView view(environment, services, settings);
+    if (!args.store.empty())
+        view.store = *fromRawValue<Store>(args.store);
     auto entries = view.planEntries();
     int count = view.plannedShotCount();
     auto canvas = view.canvasSize();
@@ -81,6 +84,8 @@ int plan(Context& context, const PlanArguments& args) {
                                  {"plannedShotCount", count},
                                  {"canvas", std::move(canvasValue)},
                                  {"entries", std::move(list)}};
+        if (auto warning = view.storeWarning())
+            document["storeWarning"] = *warning;
         *context.out << JsonValueCodec::encode(Value(std::move(document)));
         return exitSuccess;
     }
@@ -88,6 +93,8 @@ int plan(Context& context, const PlanArguments& args) {
     *context.out << count << (count == 1 ? " shot" : " shots") << " planned ("
                  << tileTitle(view.captureScope) << "), canvas "
                  << (canvasOfDisplay ? "of the main display" : sizeText(canvas)) << "\n";
+    if (auto warning = view.storeWarning())
+        *context.out << *warning << "\n";
     if (entries.empty()) {
         *context.out << "No pictures: no appearance is enabled.\n";
         return exitSuccess;
@@ -121,6 +128,10 @@ void addPlanCommand(CLI::App& app, Context& context) {
                      "Plan for these appearances instead of the stored ones")
         ->check(CLI::IsMember({"light", "dark"}))
         ->expected(1, 2);
+    command
+        ->add_option("--store", args.store,
+                     "Plan the pictures for this store (mac-app-store by default)")
+        ->check(CLI::IsMember({"mac-app-store", "flathub"}));
     command->callback([&context, &args] { context.exitCode = plan(context, args); });
 }
 

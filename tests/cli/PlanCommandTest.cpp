@@ -73,5 +73,21 @@ TEST(PlanCommandText, ShowsCountCanvasAndLabels) {
     EXPECT_EQ(store.allKeys().size(), 2u) << "planning writes nothing";
 }
 
+TEST(PlanCommandText, WarnsInOneLineWhereTheMacAppStoreWouldRefuse) {
+    test::CliRunner cli;
+    FileSettingsStore store(cli.settingsPath());
+    store.setObject("Custom\u2026", "outputSize");
+    store.setObject("transparent", "lightBackgroundKind");
+    auto result = cli.run({"plan", "--appearances", "light"});
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_NE(result.out.find("\nThe Mac App Store won't accept these pictures: the Light "
+                              "background is transparent and it refuses alpha; the canvas 1920 "
+                              "\u00d7 1200 isn't"),
+              std::string::npos)
+        << result.out;
+    result = cli.run({"plan", "--store", "flathub"});
+    EXPECT_EQ(result.out.find("Mac App Store"), std::string::npos) << result.out;
+}
+
 }  // namespace
 }  // namespace zd

@@ -33,6 +33,7 @@
 #include "run/RunError.h"
 #include "run/RunServices.h"
 #include "run/Task.h"
+#include "store/Store.h"
 #include "ui/CaptureProgressModel.h"
 #include "ui/PlanEntry.h"
 
@@ -84,6 +85,9 @@ class ContentView {
     double statusItemsLeftFraction = 1.0;
     // The applications of this run whose Light and Dark captures showed the same window.
     std::vector<std::string> notFollowingDark;
+    // The store the pictures are made for: the Mac App Store's canvas, or Flathub's export of
+    // the window alone (the canvas section's choice).
+    Store store = Store::macAppStore;
 
     // --- The shot plan (computed on demand, changes nothing)
     std::vector<PlanEntry> planEntries() const;
@@ -93,6 +97,9 @@ class ContentView {
     Size canvasSize() const;
     // The canvas size is part of the call's shape only.
     Size placeholderWindowSize(Size canvas) const;
+    // One line for the plan and the preview's header when the store would refuse what the
+    // settings make (transparency, a size it doesn't take); none when it would take it.
+    std::optional<std::string> storeWarning() const;
 
     // --- Tiles: one planned output composed from the settings, over a real capture when given
     TileState tileState() const;

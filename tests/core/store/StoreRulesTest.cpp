@@ -1,0 +1,121 @@
+#include "store/StoreRules.h"
+
+#include <gtest/gtest.h>
+
+namespace zd {
+namespace {
+
+using StoreRules::PictureFacts;
+
+BackgroundChoice background(BackgroundKind kind, double alpha = 1.0) {
+    BackgroundChoice choice;
+    choice.kind = kind;
+    choice.fillColor = Color::white(0.5, alpha);
+    return choice;
+}
+
+struct WarningCase {
+    std::optional<Size> canvas;
+    std::set<AppearanceMode> appearances;
+    BackgroundChoice dark;
+    std::optional<std::string> expected;
+};
+
+class StoreRulesPlanWarning : public ::testing::TestWithParam<WarningCase> {};
+
+TEST_P(StoreRulesPlanWarning, SaysWhatTheMacAppStoreRefusesInOneLine) {
+    StoreRules::PlannedPictures planned;
+    planned.canvas = GetParam().canvas;
+    planned.appearances = GetParam().appearances;
+    planned.lightBackground = background(BackgroundKind::image);
+    planned.darkBackground = GetParam().dark;
+    EXPECT_EQ(StoreRules::planWarning(planned), GetParam().expected);
+    planned.store = Store::flathub;
+    EXPECT_EQ(StoreRules::planWarning(planned), std::nullopt);
+}
+
+const std::set<AppearanceMode> both{AppearanceMode::light, AppearanceMode::dark};
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, StoreRulesPlanWarning,
+    ::testing::Values(
+        WarningCase{Size{2880, 1800}, both, background(BackgroundKind::color), std::nullopt},
+        // Only the backgrounds of enabled appearances count; an unknown size isn't judged.
+        WarningCase{std::nullopt,
+                    {AppearanceMode::light},
+                    background(BackgroundKind::transparent),
+                    std::nullopt},
+        WarningCase{Size{1920, 1200}, both, background(BackgroundKind::transparent),
+                    "The Mac App Store won't accept these pictures: the Dark background is "
+                    "transparent and it refuses alpha; the canvas 1920 \u00d7 1200 isn't 1280 "
+                    "\u00d7 800, 1440 \u00d7 900, 2560 \u00d7 1600 or 2880 \u00d7 1800."},
+        WarningCase{Size{1280, 800}, both, background(BackgroundKind::color, 0.5),
+                    "The Mac App Store won't accept these pictures: the Dark background is "
+                    "translucent and it refuses alpha."}));
+
+PictureFacts goodPicture(std::string path, std::string group) {
+    PictureFacts p;
+    p.path = std::move(path);
+    p.group = std::move(group);
+    p.fileBytes = 3'000'000;
+    p.width = 2880;
+    p.height = 1800;
+    p.opaqueBounds = {2880, 1800};
+    return p;
+}
+
+TEST(StoreRules, MacAppStoreCheckNamesEachProblemOfEachFile) {
+    std::vector<PictureFacts> pictures;
+    for (int i = 0; i < 11; ++i)
+        pictures.push_back(goodPicture("de/light (" + std::to_string(i) + ").png", "de"));
+    pictures.push_back(goodPicture("fr/light.png", "fr"));
+    PictureFacts rgba = goodPicture("fr/rgba.png", "fr");
+    rgba.colourType = 6;
+    rgba.alphaChannel = true;
+    PictureFacts odd = goodPicture("fr/odd.png", "fr");
+    odd.width = odd.height = 1000;
+    odd.bitDepth = 16;
+    odd.interlaced = true;
+    odd.colourType = 3;
+    odd.fileBytes = 12'340'000;
+    PictureFacts broken = goodPicture("fr/broken.png", "fr");
+    broken.unreadable = "not a PNG file";
+    pictures.insert(pictures.end(), {rgba, odd, broken});
+
+    const auto report = StoreRules::check(Store::macAppStore, pictures);
+    EXPECT_FALSE(report.passed());
+    ASSERT_EQ(report.files.size(), 15u);
+    EXPECT_TRUE(report.files[11].problems.empty());
+    EXPECT_EQ(report.files[12].problems,
+              std::vector<std::string>{"alpha channel (though every pixel is opaque)"});
+    EXPECT_EQ(report.files[13].problems,
+              (std::vector<std::string>{"1000 \u00d7 1000 isn't one of the store's sizes (1280 "
+                                        "\u00d7 800, 1440 \u00d7 900, 2560 \u00d7 1600 or 2880 "
+                                        "\u00d7 1800)",
+                                        "palette colours, not RGB", "16-bit samples", "interlaced",
+                                        "12.3 MB, more than 10.0 MB"}));
+    EXPECT_EQ(report.files[14].problems, std::vector<std::string>{"not a PNG file"});
+    EXPECT_EQ(report.groupProblems,
+              std::vector<std::string>{
+                  "de: 11 pictures, more than the 10 the store takes for one language"});
+}
+
+TEST(StoreRules, FlathubCheckWantsTheWindowOnTransparencyWithinItsSize) {
+    PictureFacts exported = goodPicture("de/light.png", "de");
+    exported.width = 2152;
+    exported.height = 1552;
+    exported.opaqueBounds = {2000, 1400};
+    exported.alphaChannel = exported.transparentPixels = true;
+    exported.fileBytes = 400'000;
+    PictureFacts canvas = goodPicture("de/dark.png", "de");
+    const auto report = StoreRules::check(Store::flathub, {exported, canvas});
+    EXPECT_TRUE(report.files[0].problems.empty());
+    EXPECT_EQ(report.files[1].problems,
+              (std::vector<std::string>{
+                  "the window is 2880 \u00d7 1800 pixels, more than 1000 \u00d7 700 logical pixels",
+                  "no transparent background around the window"}));
+    EXPECT_FALSE(report.passed());
+}
+
+}  // namespace
+}  // namespace zd
