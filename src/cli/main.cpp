@@ -3,6 +3,7 @@
 // outcome onto conventional exit codes (0 done, 1 failed, 2 bad arguments).
 #include <CLI/CLI.hpp>
 
+#include "CheckCommand.h"
 #include "CliSupport.h"
 #include "PlanCommand.h"
 #include "PreviewCommand.h"
@@ -39,6 +40,7 @@ int main(int argc, char** argv) {
     addPreviewCommand(app, context);
     addShootCommand(app, context);
     addSettingsCommand(app, context);
+    addCheckCommand(app, context);
     app.footer("Run \"zephyrdock <command> --help\" for the options of one command.");
 
     // Ctrl-C and SIGTERM only raise a flag for as long as a command runs: a run stops through
