@@ -1,5 +1,7 @@
 #include "capture/WindowResizer.h"
 
+#include <algorithm>
+
 #include "env/Environment.h"
 
 namespace zd::WindowResizer {
@@ -43,7 +45,8 @@ std::optional<SizableWindow> frontWindow(WindowSizingBackend& sizing, std::int32
     return std::nullopt;
 }
 
-void apply(const Environment& env, WindowSizePreset preset, std::int32_t pid) {
+void apply(const Environment& env, WindowSizePreset preset, std::int32_t pid,
+           std::optional<Size> maximum) {
     if (preset == WindowSizePreset::current || !env.sizing || !env.screens)
         return;
     auto window = frontWindow(*env.sizing, pid);
@@ -58,6 +61,11 @@ void apply(const Environment& env, WindowSizePreset preset, std::int32_t pid) {
         targetFrame(preset, main->visibleFrame, primaryHeight, env.screens->framesFromBottomLeft());
     if (!frame)
         return;
+    if (maximum) {
+        const double width = std::min(frame->width, maximum->width);
+        const double height = std::min(frame->height, maximum->height);
+        frame = Rect{frame->midX() - width / 2, frame->midY() - height / 2, width, height};
+    }
     env.sizing->setSize(*window, Size{frame->width, frame->height});
     env.sizing->setPosition(*window, Point{frame->x, frame->y});
 }

@@ -29,8 +29,10 @@ std::optional<Rect> targetFrame(WindowSizePreset preset, const Rect& visibleFram
 // The process's main window, else its first window, else none.
 std::optional<SizableWindow> frontWindow(WindowSizingBackend& sizing, std::int32_t pid);
 
-// Sizes, then places, the front window of `pid`; each exactly once, results ignored.
-void apply(const Environment& env, WindowSizePreset preset, std::int32_t pid);
+// Sizes, then places, the front window of `pid`; each exactly once, results ignored. With
+// `maximum` (points) each side of the preset's frame is capped about its centre.
+void apply(const Environment& env, WindowSizePreset preset, std::int32_t pid,
+           std::optional<Size> maximum = std::nullopt);
 
 }  // namespace WindowResizer
 }  // namespace zd

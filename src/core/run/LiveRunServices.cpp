@@ -3,6 +3,7 @@
 #include "capture/CaptureEngine.h"
 #include "capture/RunningApps.h"
 #include "capture/WindowResizer.h"
+#include "composition/Compositor.h"
 #include "composition/MenuBarOCR.h"
 #include "composition/MenuTitles.h"
 #include "env/AccessibleMenuBackend.h"
@@ -12,6 +13,7 @@
 #include "env/WindowSizingBackend.h"
 #include "model/Preferences.h"
 #include "run/RunOutput.h"
+#include "store/AppStreamScreenshots.h"
 #include "ui/ContentView.h"
 
 namespace zd {
@@ -85,6 +87,11 @@ void LiveRunServices::applyWindowSize(WindowSizePreset preset, std::int32_t pid)
     WindowResizer::apply(env_, preset, pid);
 }
 
+void LiveRunServices::applyWindowSizeWithin(WindowSizePreset preset, std::int32_t pid,
+                                            Size maximumPts) {
+    WindowResizer::apply(env_, preset, pid, maximumPts);
+}
+
 Task<Expected<Image, CaptureFailure>> LiveRunServices::captureWindow(CaptureTarget target) {
     return CaptureEngine::captureWindow(env_, std::move(target));
 }
@@ -124,12 +131,42 @@ Expected<void, OutputError> LiveRunServices::saveAll(const ContentView& view,
                                                      const std::string& runRoot,
                                                      const std::string& stamp,
                                                      const std::string& variantPrefix) {
-    const Size canvas = view.canvasSize();
-    const ShotComposer compose = [&view, canvas](const CapturedShot& shot) {
+    if (view.store != Store::flathub) {
+        const Size canvas = view.canvasSize();
+        const ShotComposer compose = [&view, canvas](const CapturedShot& shot) {
+            const PlanEntry entry{saveEntryId(shot), shot.languageCode, shot.languageLabel,
+                                  shot.mode};
+            return view.renderTile(entry, &shot, canvas);
+        };
+        return zd::saveAll(shots, runRoot, stamp, variantPrefix, compose, *env_.images);
+    }
+
+    // Flathub: each picture is as large as its window, and screenshots.xml lists them all.
+    std::vector<Size> sizes;  // of the composed pictures, in the shots' order
+    const ShotComposer compose = [&view, &sizes](const CapturedShot& shot) {
         const PlanEntry entry{saveEntryId(shot), shot.languageCode, shot.languageLabel, shot.mode};
-        return view.renderTile(entry, &shot, canvas);
+        Image picture = view.renderTile(entry, &shot, view.pictureCanvas(shot));
+        sizes.push_back(
+            {static_cast<double>(picture.width()), static_cast<double>(picture.height())});
+        return picture;
     };
-    return zd::saveAll(shots, runRoot, stamp, variantPrefix, compose, *env_.images);
+    std::vector<std::filesystem::path> written;
+    auto saved = zd::saveAll(shots, runRoot, stamp, variantPrefix, compose, *env_.images, &written);
+    if (!saved)
+        return saved;
+    std::vector<AppStreamScreenshots::Picture> pictures;
+    for (std::size_t i = 0; i < written.size() && i < shots.size(); ++i) {
+        pictures.push_back({written[i].lexically_relative(runRoot).generic_string(),
+                            shots[i].languageCode, written[i].stem().string(),
+                            static_cast<int>(sizes[i].width), static_cast<int>(sizes[i].height)});
+    }
+    const std::string snippet = AppStreamScreenshots::xml(
+        pictures, view.screenshotBaseURL.empty() ? AppStreamScreenshots::kPlaceholderBaseURL
+                                                 : view.screenshotBaseURL);
+    auto path = uniquePath(runRoot, "screenshots", "xml");
+    if (!path)
+        return unexpected(path.error());
+    return Compositor::writeEncodedPNG({snippet.begin(), snippet.end()}, *path);
 }
 
 }  // namespace zd

@@ -32,6 +32,7 @@ class LiveRunServices : public RunServices {
 
     bool isAccessibilityTrusted(bool prompt) override;
     void applyWindowSize(WindowSizePreset preset, std::int32_t pid) override;
+    void applyWindowSizeWithin(WindowSizePreset preset, std::int32_t pid, Size maximumPts) override;
 
     Task<Expected<Image, CaptureFailure>> captureWindow(CaptureTarget target) override;
     Task<Expected<CaptureEngine::FullDisplayLayout, CaptureFailure>>

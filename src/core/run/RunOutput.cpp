@@ -162,7 +162,8 @@ std::filesystem::path shotFolder(const std::filesystem::path& runRoot,
 Expected<void, OutputError> saveAll(const std::vector<CapturedShot>& shots,
                                     const std::filesystem::path& runRoot,
                                     const std::string& /*stamp*/, const std::string& variantPrefix,
-                                    const ShotComposer& compose, const ImageCodec& codec) {
+                                    const ShotComposer& compose, const ImageCodec& codec,
+                                    std::vector<std::filesystem::path>* written) {
     const std::string prefix = sanitize(trimmedWhitespaceAndNewlines(variantPrefix));
     // Shots are composed one at a time, in order, on the calling thread, and their files are
     // written one at a time, in the same order. Encoding costs more than composing, so up to
@@ -187,12 +188,15 @@ Expected<void, OutputError> saveAll(const std::vector<CapturedShot>& shots,
         const auto data = next.bytes.get();
         if (!data || data->empty())
             return unexpected(OutputError::couldNotEncodePNG());
-        return Compositor::writeEncodedPNG(*data, *path);
+        auto wrote = Compositor::writeEncodedPNG(*data, *path);
+        if (wrote && written != nullptr)
+            written->push_back(*path);
+        return wrote;
     };
     for (const CapturedShot& shot : shots) {
         if (encoding.size() == maxEncoding) {
-            if (auto written = writeOldest(); !written)
-                return written;
+            if (auto done = writeOldest(); !done)
+                return done;
         }
         Image picture = compose(shot);
         auto encode = [picture = std::move(picture),
@@ -204,8 +208,8 @@ Expected<void, OutputError> saveAll(const std::vector<CapturedShot>& shots,
         encoding.push_back({&shot, std::async(std::launch::async, std::move(encode))});
     }
     while (!encoding.empty()) {
-        if (auto written = writeOldest(); !written)
-            return written;
+        if (auto done = writeOldest(); !done)
+            return done;
     }
     return {};
 }

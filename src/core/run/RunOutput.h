@@ -74,10 +74,12 @@ std::filesystem::path shotFolder(const std::filesystem::path& runRoot,
 using ShotComposer = std::function<Image(const CapturedShot&)>;
 
 // Composes and writes every shot in order. Stops at the first failure and returns it; files
-// already written stay. `stamp` is part of the call's shape and not used.
+// already written stay. `stamp` is part of the call's shape and not used. The paths of the
+// files written, in the shots' order, go to `written` when given.
 Expected<void, OutputError> saveAll(const std::vector<CapturedShot>& shots,
                                     const std::filesystem::path& runRoot, const std::string& stamp,
                                     const std::string& variantPrefix, const ShotComposer& compose,
-                                    const ImageCodec& codec);
+                                    const ImageCodec& codec,
+                                    std::vector<std::filesystem::path>* written = nullptr);
 
 }  // namespace zd

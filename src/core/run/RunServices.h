@@ -74,6 +74,9 @@ class RunServices {
     // With `prompt` the system also asks the user to grant it.
     virtual bool isAccessibilityTrusted(bool prompt) = 0;
     virtual void applyWindowSize(WindowSizePreset preset, std::int32_t pid) = 0;
+    // The same with each side of the frame capped at `maximumPts` (Flathub's window limit).
+    virtual void applyWindowSizeWithin(WindowSizePreset preset, std::int32_t pid,
+                                       Size maximumPts) = 0;
 
     // --- CaptureEngine
     virtual Task<Expected<Image, CaptureFailure>> captureWindow(CaptureTarget target) = 0;

@@ -104,6 +104,13 @@ void FakeRunServices::applyWindowSize(WindowSizePreset preset, std::int32_t pid)
     note("applyWindowSize " + rawString(preset) + " " + std::to_string(pid));
 }
 
+void FakeRunServices::applyWindowSizeWithin(WindowSizePreset preset, std::int32_t pid,
+                                            Size maximumPts) {
+    note("applyWindowSize " + rawString(preset) + " " + std::to_string(pid) + " within " +
+         std::to_string(static_cast<int>(maximumPts.width)) + "x" +
+         std::to_string(static_cast<int>(maximumPts.height)));
+}
+
 Task<Expected<Image, CaptureFailure>> FakeRunServices::captureWindow(CaptureTarget target) {
     const int call = captureCount++;
     note("captureWindow " + std::to_string(target.id) + " in " +

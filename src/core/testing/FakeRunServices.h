@@ -35,6 +35,7 @@ class FakeRunServices : public RunServices {
     Expected<void, AppearanceController::Failure> setAppearance(AppearanceMode mode) override;
     bool isAccessibilityTrusted(bool prompt) override;
     void applyWindowSize(WindowSizePreset preset, std::int32_t pid) override;
+    void applyWindowSizeWithin(WindowSizePreset preset, std::int32_t pid, Size maximumPts) override;
     Task<Expected<Image, CaptureFailure>> captureWindow(CaptureTarget target) override;
     Task<Expected<CaptureEngine::FullDisplayLayout, CaptureFailure>>
     buildLayoutFromCompositeWindows(std::vector<CompositeEntry> rows,

@@ -11,6 +11,7 @@
 #include "run/AllWindowsSummary.h"
 #include "run/RunTexts.h"
 #include "run/SourceSelection.h"
+#include "store/FlathubExport.h"
 
 namespace zd {
 
@@ -103,6 +104,9 @@ bool ContentView::canRepeatAfterLanguage() const {
 }
 
 Size ContentView::canvasSize() const {
+    if (store == Store::flathub)  // the planned window with room for its shadow
+        return FlathubExport::canvas(
+            FlathubExport::withinLimit(placeholderWindowSize({}), captureScale()), captureScale());
     return resolvedSize(outputSize, customCanvasWidth, customCanvasHeight, screensOf(env_));
 }
 

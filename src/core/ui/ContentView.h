@@ -88,6 +88,8 @@ class ContentView {
     // The store the pictures are made for: the Mac App Store's canvas, or Flathub's export of
     // the window alone (the canvas section's choice).
     Store store = Store::macAppStore;
+    // Where the Flathub export's screenshots.xml says its images will be published.
+    std::string screenshotBaseURL;
 
     // --- The shot plan (computed on demand, changes nothing)
     std::vector<PlanEntry> planEntries() const;
@@ -100,11 +102,17 @@ class ContentView {
     // One line for the plan and the preview's header when the store would refuse what the
     // settings make (transparency, a size it doesn't take); none when it would take it.
     std::optional<std::string> storeWarning() const;
+    // The canvas a saved shot is composed on: canvasSize(), or in the Flathub export the
+    // shot's window with room for its shadow.
+    Size pictureCanvas(const CapturedShot& shot) const;
+    // Pixels per point of the captures (the main screen's), 2 without a screen.
+    double captureScale() const;
 
     // --- Tiles: one planned output composed from the settings, over a real capture when given
     TileState tileState() const;
     // An empty image when the environment can't draw.
     Image renderTile(const PlanEntry& entry, const CapturedShot* real, Size canvas) const;
+    Image renderFlathubTile(const PlanEntry& entry, const CapturedShot* real, Size canvas) const;
 
     // --- The live lists: filled at start, then on each activation and every second while idle
     void reloadSpaces();

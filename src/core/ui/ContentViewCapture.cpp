@@ -6,6 +6,7 @@
 
 #include "control/AppearanceFollow.h"
 #include "run/RunTexts.h"
+#include "store/FlathubExport.h"
 #include "ui/ContentView.h"
 
 namespace zd {
@@ -50,7 +51,11 @@ Task<Expected<Shots, RunError>> ContentView::captureCurrentLanguage(
         // answer changes nothing: the window is sized as far as the system lets us.
         if (!services_.isAccessibilityTrusted(false))
             (void)services_.isAccessibilityTrusted(true);
-        services_.applyWindowSize(sizePreset, target->pid);
+        if (store == Store::flathub)
+            services_.applyWindowSizeWithin(sizePreset, target->pid,
+                                            FlathubExport::logicalWindowLimit);
+        else
+            services_.applyWindowSize(sizePreset, target->pid);
         (void)co_await sleepFor(clock(), milliseconds(300));
     }
 

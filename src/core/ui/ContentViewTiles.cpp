@@ -22,6 +22,8 @@ TileState ContentView::tileState() const {
 }
 
 Image ContentView::renderTile(const PlanEntry& entry, const CapturedShot* real, Size canvas) const {
+    if (store == Store::flathub)
+        return renderFlathubTile(entry, real, canvas);
     const std::optional<Compositor::Platform> platform = Compositor::platformOf(env_);
     if (!platform)
         return Image();
