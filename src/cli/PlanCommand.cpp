@@ -65,7 +65,8 @@ int plan(Context& context, const PlanArguments& args) {
     auto entries = view.planEntries();
     int count = view.plannedShotCount();
     auto canvas = view.canvasSize();
-    bool canvasOfDisplay = view.outputSize == OutputSize::current;
+    const bool flathub = view.store == Store::flathub;
+    bool canvasOfDisplay = !flathub && view.outputSize == OutputSize::current;
 
     if (args.json) {
         ValueArray list;
@@ -92,7 +93,10 @@ int plan(Context& context, const PlanArguments& args) {
 
     *context.out << count << (count == 1 ? " shot" : " shots") << " planned ("
                  << tileTitle(view.captureScope) << "), canvas "
-                 << (canvasOfDisplay ? "of the main display" : sizeText(canvas)) << "\n";
+                 << (canvasOfDisplay ? "of the main display"
+                     : flathub       ? "of the window with its shadow, about " + sizeText(canvas)
+                                     : sizeText(canvas))
+                 << "\n";
     if (auto warning = view.storeWarning())
         *context.out << *warning << "\n";
     if (entries.empty()) {

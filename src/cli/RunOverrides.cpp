@@ -99,6 +99,11 @@ void RunOverrides::addOptions(CLI::App& command, bool forRun) {
         ->expected(1, -1);
     command.add_flag("--real-accessories", realAccessories,
                      "Keep the captured right side of the menu bar instead of the drawn one");
+    command
+        .add_option("--store", storeName,
+                    "mac-app-store: the composed canvas (default); flathub: the window alone "
+                    "with its shadow on transparency, at most 1000x700 logical pixels")
+        ->check(CLI::IsMember({"mac-app-store", "flathub"}));
     if (!forRun)
         return;
     command.add_option("--size", sizePreset, "How the target window is sized before capture")
@@ -113,6 +118,9 @@ void RunOverrides::addOptions(CLI::App& command, bool forRun) {
         ->check(CLI::IsMember({"new", "group"}));
     command.add_option("--variant", variant, "Name prefix of the files within a group");
     command.add_option("--save-folder", saveFolder, "Folder under which run folders are made");
+    command.add_option("--screenshot-url", screenshotURL,
+                       "With --store flathub: the web folder the images will be published in, "
+                       "for screenshots.xml");
 }
 
 Expected<void, std::string> RunOverrides::applyTo(ContentView& view, std::ostream& warnings) const {
@@ -131,6 +139,10 @@ Expected<void, std::string> RunOverrides::applyTo(ContentView& view, std::ostrea
 
     if (!scope.empty())
         view.captureScope = *fromRawValue<CaptureScope>(scope);
+    if (!storeName.empty())
+        view.store = *fromRawValue<Store>(storeName);
+    if (!screenshotURL.empty())
+        view.screenshotBaseURL = screenshotURL;
     if (!languages.empty()) {
         view.languages.clear();
         for (const auto& code : languages) {

@@ -42,6 +42,8 @@ struct RunOverrides {
     std::string destination;
     std::string variant;
     std::string saveFolder;
+    std::string storeName;      // mac-app-store or flathub
+    std::string screenshotURL;  // where the Flathub export's images will be published
 
     // Adds the flags that change the pictures; `forRun` adds those of a run too (countdown,
     // window size, destination, variant, save folder).
