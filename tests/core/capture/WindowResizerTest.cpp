@@ -57,6 +57,10 @@ TEST(WindowResizer, FallsBackToTheFirstWindowAndSizesBeforePlacing) {
                                                             "setSize 7", "setPosition 7"}));
     EXPECT_EQ(fakes.sizing.sizes.front().second, (Size{1080, 596.25}));
     EXPECT_EQ(fakes.sizing.positions.front().second, (Point{180, 124.375}));
+    // Within a limit (Flathub's 1000 × 700) each side is capped about the same centre.
+    WindowResizer::apply(fakes.env(), WindowSizePreset::threeQ, 5, Size{1000, 700});
+    EXPECT_EQ(fakes.sizing.sizes.back().second, (Size{1000, 596.25}));
+    EXPECT_EQ(fakes.sizing.positions.back().second, (Point{220, 124.375}));
 }
 
 TEST(WindowResizer, GoesToTheScreenWithTheFocusTurnedByThePrimaryHeight) {
