@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 
 #include "env/AppearanceBackend.h"
 #include "env/LanguageOverrideBackend.h"
@@ -63,6 +64,11 @@ TEST_F(FullRunInSession, GeditInGermanAndFrenchIsSavedThenEverythingIsPutBack) {
             QImage image(QString::fromStdString(file.string()));
             ASSERT_FALSE(image.isNull()) << file;
             EXPECT_EQ(image.size(), QSize(1280, 800));
+            // Over the picture backgrounds every pixel is opaque: RGB, no alpha channel.
+            std::ifstream png(file, std::ios::binary);
+            char header[26] = {};
+            png.read(header, sizeof header);
+            EXPECT_EQ(header[25], 2) << file << ": colour type";
             pictures[std::string(code) + "-" + mode] = image;
         }
     }
