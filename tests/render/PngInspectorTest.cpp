@@ -5,8 +5,6 @@
 #include <QBuffer>
 #include <QImage>
 
-#include "PngWriter.h"
-
 namespace zd {
 namespace {
 
@@ -65,21 +63,6 @@ INSTANTIATE_TEST_SUITE_P(
                       FormatCase{QImage::Format_RGBA64, true, 6, 16, true, true},
                       FormatCase{QImage::Format_Grayscale8, false, 0, 8, false, false},
                       FormatCase{QImage::Format_Indexed8, true, 3, 8, true, true}));
-
-TEST(PngInspector, ReadsOurOwnRgbAndRgbaPictures) {
-    Image image(300, 200);
-    for (auto& p : image.mutablePixels())
-        p = 0xff336699u;
-    auto facts = PngInspector::inspect(*PngWriter::encode(image));
-    ASSERT_TRUE(facts.hasValue()) << facts.error();
-    EXPECT_EQ(facts->colourType, 2);
-    EXPECT_FALSE(facts->alphaChannel);
-    image.setPixel(299, 199, 0x80000000u);
-    facts = PngInspector::inspect(*PngWriter::encode(image));
-    ASSERT_TRUE(facts.hasValue()) << facts.error();
-    EXPECT_EQ(facts->colourType, 6);
-    EXPECT_TRUE(facts->transparentPixels);
-}
 
 TEST(PngInspector, DamagedFilesGiveTheReason) {
     const auto good = qtPng(picture(QImage::Format_RGB32, false));
