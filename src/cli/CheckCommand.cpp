@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -106,7 +107,8 @@ int check(Context& context, const CheckArguments& args) {
     }
     for (const auto& problem : report.groupProblems)
         *context.out << problem << "\n";
-    const std::string storeName(title(store));
+    const std::string storeName = store == Store::macAppStore ? "the " + std::string(title(store))
+                                                              : std::string(title(store));
     if (report.passed()) {
         *context.out << "All " << files.size() << " pictures pass for " << storeName << ".\n";
         return exitSuccess;

@@ -33,7 +33,7 @@ TEST(CheckCommand, PassesAFreshRunAndNamesEveryPlantedProblem) {
         writePng(run / name, opaque(1280, 800));
     auto result = cli.run({"check", run.string()});
     EXPECT_EQ(result.exitCode, 0) << result.out << result.err;
-    EXPECT_NE(result.out.find("All 4 pictures pass for Mac App Store."), std::string::npos);
+    EXPECT_NE(result.out.find("All 4 pictures pass for the Mac App Store."), std::string::npos);
 
     // An RGBA copy (as other tools write it), a 1000 × 1000 copy, eleven pictures for ja.
     QImage rgba(1280, 800, QImage::Format_ARGB32);
@@ -48,7 +48,7 @@ TEST(CheckCommand, PassesAFreshRunAndNamesEveryPlantedProblem) {
          {"de/rgba.png: alpha channel",
           "de/square.png: 1000 \u00d7 1000 isn't one of the store's sizes",
           "ja: 11 pictures, more than the 10 the store takes for one language",
-          "2 of 15 pictures would be refused by Mac App Store, and one language has too many."})
+          "2 of 15 pictures would be refused by the Mac App Store, and one language has too many."})
         EXPECT_NE(result.out.find(line), std::string::npos) << line << "\n" << result.out;
 }
 
