@@ -58,14 +58,14 @@ std::vector<std::string> macAppStoreProblems(const PictureFacts& p) {
         problems.push_back(sizeText(p.width, p.height) + " isn't one of the store's sizes (" +
                            macAppStoreSizesText() + ")");
     if (p.alphaChannel)
-        problems.push_back(p.transparentPixels ? "alpha channel, with transparent pixels"
-                                               : "alpha channel (though every pixel is opaque)");
+        problems.emplace_back(p.transparentPixels ? "alpha channel, with transparent pixels"
+                                                  : "alpha channel (though every pixel is opaque)");
     if (auto colour = colourTypeProblem(p.colourType); !colour.empty())
         problems.push_back(colour);
     if (p.bitDepth == 16)
-        problems.push_back("16-bit samples");
+        problems.emplace_back("16-bit samples");
     if (p.interlaced)
-        problems.push_back("interlaced");
+        problems.emplace_back("interlaced");
     if (p.fileBytes > macAppStoreFileBytes)
         problems.push_back(megabytes(p.fileBytes) + ", more than " +
                            megabytes(macAppStoreFileBytes));
@@ -83,11 +83,11 @@ std::vector<std::string> flathubProblems(const PictureFacts& p) {
             " pixels, more than " +
             sizeText(flathubLogicalWindow.width, flathubLogicalWindow.height) + " logical pixels");
     if (!p.transparentPixels)
-        problems.push_back("no transparent background around the window");
+        problems.emplace_back("no transparent background around the window");
     if (p.bitDepth == 16)
-        problems.push_back("16-bit samples");
+        problems.emplace_back("16-bit samples");
     if (p.interlaced)
-        problems.push_back("interlaced");
+        problems.emplace_back("interlaced");
     if (p.fileBytes > flathubFileBytes)
         problems.push_back(megabytes(p.fileBytes) + ", more than " + megabytes(flathubFileBytes));
     return problems;
