@@ -199,17 +199,6 @@ TEST(RunFolderName, ApplicationWordVariantAndStamp) {
               "Foo_ Bar" + dash + "a_b" + dash + stamp);
 }
 
-TEST(ResolveDestination, TheThreeCases) {
-    const fs::path save = "/Shots";
-    const fs::path last = "/Elsewhere/Notes run";
-    EXPECT_EQ(resolveDestination(DestinationMode::newDestination, last, save, "F", "V"),
-              (Destination{"/Shots/F", ""}));
-    EXPECT_EQ(resolveDestination(DestinationMode::group, last, save, "F", " V "),
-              (Destination{last, "V"}));
-    EXPECT_EQ(resolveDestination(DestinationMode::group, std::nullopt, save, "F", "V"),
-              (Destination{"/Shots/F", "V"}));
-}
-
 TEST(StampString, LocalTimeInTheFixedForm) {
     std::tm local{};
     local.tm_year = 2026 - 1900;

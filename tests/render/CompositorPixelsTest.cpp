@@ -60,50 +60,5 @@ TEST_F(CompositorPixelsTest, TransparentBackgroundHasAlphaOnlyUnderWindowShadowA
     EXPECT_GT(Image::alphaOf(at(image, 5, 398)), 200u) << "the bar";
 }
 
-TEST_F(CompositorPixelsTest, ShadowFalls16PixelsDownward) {
-    auto in = inputs(BackgroundKind::transparent);
-    in.menuBar.visible = false;
-    const Image image = render(in);
-    const Rect d = Compositor::layout(in, screen_, 24.0).destination;
-    const int x = static_cast<int>(d.midX());
-    // Same distance outside the bottom and the top edge: darker below, by the 16-pixel offset.
-    for (const int gap : {4, 12, 24}) {
-        const auto below = Image::alphaOf(at(image, x, static_cast<int>(d.minY()) - gap));
-        const auto above = Image::alphaOf(at(image, x, static_cast<int>(d.maxY()) + gap));
-        EXPECT_GT(below, above + 10) << gap;
-    }
-    // The shadow's shape is the window's, moved 16 pixels down, so its half-strength line (the
-    // blurred edge) lies 16 pixels under the window's bottom edge and hidden above its top.
-    auto halfway = [&](int from, int step) {
-        int y = from;
-        while (y >= 0 && y < 400 && Image::alphaOf(at(image, x, y)) > 115 / 2)
-            y += step;
-        return std::abs(y - from);
-    };
-    const int belowHalf = halfway(static_cast<int>(d.minY()) - 1, -1);
-    const int aboveHalf = halfway(static_cast<int>(d.maxY()) + 1, +1);
-    EXPECT_NEAR(belowHalf, 16, 2);
-    EXPECT_EQ(aboveHalf, 0);
-    EXPECT_LE(Image::alphaOf(at(image, x, static_cast<int>(d.minY()) - 1)), 116u) << "45 %";
-}
-
-TEST_F(CompositorPixelsTest, CoverScaledPictureOfAnyShapeLeavesNoFillColour) {
-    for (const auto& [w, h] : {std::pair{900, 300}, std::pair{200, 700}, std::pair{641, 401}}) {
-        Image picture(w, h);
-        for (auto& p : picture.mutablePixels())
-            p = 0xff3060a0u;
-        codec_.files["/pictures/wide.jpg"] = picture;
-        const Image image = render(inputs(BackgroundKind::image));
-        for (int y = 0; y < 400; ++y)
-            for (int x = 0; x < 640; ++x) {
-                const auto p = at(image, x, y);
-                ASSERT_EQ(Image::alphaOf(p), 255u) << w << "x" << h << " at " << x << "," << y;
-                ASSERT_FALSE(Image::redOf(p) > 200 && Image::blueOf(p) > 200 &&
-                             Image::greenOf(p) < 60)
-                    << "fill colour at " << x << "," << y;
-            }
-    }
-}
-
 }  // namespace
 }  // namespace zd

@@ -247,15 +247,6 @@ TEST_F(RunFixture, GroupingJoinsThePreviousRunWithTheVariantAsPrefix) {
     EXPECT_EQ(services.savedVariantPrefix, "Sidebar");
 }
 
-TEST_F(RunFixture, GroupingWithoutPreviousRunMakesANewFolderAndStillPrefixes) {
-    view->languages.clear();
-    view->destinationMode = DestinationMode::group;
-    view->variantName = "Sidebar";
-    runToEnd();
-    EXPECT_EQ(services.savedRoot.rfind("/shots/Notes \u2014 Sidebar \u2014 ", 0), 0u);
-    EXPECT_EQ(services.savedVariantPrefix, "Sidebar");
-}
-
 TEST_F(RunFixture, AllWindowsRunMakesOnePassOfTheStackAndRevertsTheTarget) {
     view->captureScope = CaptureScope::allWindows;
     view->selectedTargetID.reset();
