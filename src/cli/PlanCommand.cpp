@@ -3,8 +3,10 @@
 #include <CLI/CLI.hpp>
 
 #include <cmath>
+#include <sstream>
 
 #include "CliSupport.h"
+#include "RunOverrides.h"
 #include "env/Environment.h"
 #include "linux/FileSettingsStore.h"
 #include "linux/JsonValueCodec.h"
@@ -20,10 +22,7 @@ namespace {
 
 struct PlanArguments {
     bool json = false;
-    std::string scope;
-    std::vector<std::string> languages;
-    std::vector<std::string> appearances;
-    std::string store;
+    RunOverrides overrides;
 };
 
 std::string sizeText(Size size) {
@@ -36,32 +35,17 @@ int plan(Context& context, const PlanArguments& args) {
     if (!store)
         return exitFailure;
     ResourceBundle bundle(resourceBundleCandidates());
-    auto settings = Preferences::load(*store, bundle);
-
-    // Overrides for this plan only; nothing is written.
-    if (!args.scope.empty()) {
-        settings.captureScope = *fromRawValue<CaptureScope>(args.scope);
-    }
-    if (!args.languages.empty()) {
-        settings.languages.clear();
-        for (const auto& code : args.languages) {
-            if (code != "none")
-                settings.languages.push_back(LanguageCatalog::selection(code));
-        }
-    }
-    if (!args.appearances.empty()) {
-        settings.enabledAppearances.clear();
-        for (const auto& mode : args.appearances) {
-            settings.enabledAppearances.insert(*fromRawValue<AppearanceMode>(mode));
-        }
-    }
-
-    // The plan reads the window's fields only: no backend is reached.
+    // The plan reads the window's fields only: no backend is reached. The flags change this
+    // plan only and are checked as the run checks them; nothing is written.
     Environment environment;
     LiveRunServices services(environment);
-    ContentView view(environment, services, settings);
-    if (!args.store.empty())
-        view.store = *fromRawValue<Store>(args.store);
+    ContentView view(environment, services, Preferences::load(*store, bundle));
+    std::ostringstream warnings;
+    if (auto applied = args.overrides.applyTo(view, warnings); !applied) {
+        *context.err << "zephyrdock plan: " << applied.error() << "\n";
+        return exitUsage;
+    }
+    *context.err << warnings.str();
     auto entries = view.planEntries();
     int count = view.plannedShotCount();
     auto canvas = view.canvasSize();
@@ -118,24 +102,10 @@ void addPlanCommand(CLI::App& app, Context& context) {
         "plan", "List the pictures a run would produce with the stored settings");
     command->footer(
         "One line per picture, languages outermost, Light before Dark: the order of the preview "
-        "and of the run. The options change this plan only; nothing is stored.");
+        "and of the run. The options are those of preview and change this plan only; nothing is "
+        "stored.");
     command->add_flag("--json", args.json, "Print a JSON object instead of a list");
-    command->add_option("--scope", args.scope, "Plan for this scope instead of the stored one")
-        ->check(CLI::IsMember({"single", "all"}));
-    command
-        ->add_option("--languages", args.languages,
-                     "Plan for these language codes instead of the stored ones; \"none\" for "
-                     "the target's current language")
-        ->expected(1, -1);
-    command
-        ->add_option("--appearances", args.appearances,
-                     "Plan for these appearances instead of the stored ones")
-        ->check(CLI::IsMember({"light", "dark"}))
-        ->expected(1, 2);
-    command
-        ->add_option("--store", args.store,
-                     "Plan the pictures for this store (mac-app-store by default)")
-        ->check(CLI::IsMember({"mac-app-store", "flathub"}));
+    args.overrides.addOptions(*command, false);
     command->callback([&context, &args] { context.exitCode = plan(context, args); });
 }
 

@@ -32,6 +32,7 @@ ProgressPrinter::ProgressPrinter(CaptureProgressModel& model, std::ostream& out,
       isTerminal_(isTerminal),
       showing_(std::move(showing)),
       columns_(columns) {
+    idleStatus_ = model_.statusMessage();
     subscription_ = model_.subscribe([this](CaptureProgressModel::Field) { update(); });
 }
 
@@ -53,6 +54,9 @@ std::string ProgressPrinter::lineFor(const CaptureProgressModel& model) {
 
 void ProgressPrinter::update() {
     if (!showing_())
+        return;
+    // The window's idle line ("Pick a window, …") is no news while the run starts up.
+    if (model_.captureStage().empty() && model_.statusMessage() == idleStatus_)
         return;
     const std::string line = lineFor(model_);
     if (line == shown_)

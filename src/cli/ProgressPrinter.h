@@ -39,6 +39,7 @@ class ProgressPrinter {
     std::size_t columns_;
     CaptureProgressModel::SubscriptionId subscription_;
     std::string shown_;
+    std::string idleStatus_;  // the status before the run, not shown again
     bool lineOpen_ = false;
 };
 

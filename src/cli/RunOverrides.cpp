@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <regex>
 
+#include "QtCanvasFactory.h"
 #include "env/SettingsStore.h"
 #include "model/Preferences.h"
 #include "ui/ContentView.h"
@@ -66,6 +67,28 @@ Expected<void, std::string> applyCanvas(const std::string& text, ContentView& vi
     return {};
 }
 
+// The canvas in effect, given or stored, must fit the bitmaps the renderer can make: else every
+// shot would be taken only for the save to fail.
+Expected<void, std::string> canvasDrawable(const ContentView& view) {
+    if (view.outputSize != OutputSize::custom)
+        return {};
+    const long long width = std::max(view.customCanvasWidth, 1);
+    const long long height = std::max(view.customCanvasHeight, 1);
+    if (width <= QtCanvasFactory::kMaxSide && height <= QtCanvasFactory::kMaxSide &&
+        width * height <= QtCanvasFactory::kMaxPixels)
+        return {};
+    return unexpected("a canvas of " + std::to_string(width) + "\u00d7" + std::to_string(height) +
+                      " is larger than can be drawn: at most " +
+                      std::to_string(QtCanvasFactory::kMaxSide) + " pixels a side and " +
+                      std::to_string(QtCanvasFactory::kMaxPixels) + " pixels in all");
+}
+
+std::string absolutePath(const std::string& path) {
+    std::error_code error;
+    auto absolute = std::filesystem::absolute(path, error);
+    return error ? path : absolute.lexically_normal().string();
+}
+
 }  // namespace
 
 void RunOverrides::addOptions(CLI::App& command, bool forRun) {
@@ -73,8 +96,8 @@ void RunOverrides::addOptions(CLI::App& command, bool forRun) {
         ->check(CLI::IsMember({"single", "all"}));
     command
         .add_option("--languages", languages,
-                    "Language codes, in order (de fr ja …); \"none\" for the target's current "
-                    "language")
+                    "Language codes, in order (de fr ja …); \"none\" (or \"\") for the "
+                    "target's current language")
         ->expected(1, -1);
     command.add_option("--appearances", appearances, "light, dark or both")
         ->check(CLI::IsMember({"light", "dark"}))
@@ -110,13 +133,21 @@ void RunOverrides::addOptions(CLI::App& command, bool forRun) {
         ->check(CLI::IsMember({"half", "threeQ", "full", "current"}));
     command.add_option("--countdown", countdown, "Seconds to pose the window before capture")
         ->check(CLI::Range(0, 3600));
-    command.add_flag("--countdown-after-relaunch", countdownAfterRelaunch,
-                     "Count down again after each language switch");
+    command.add_flag_function(
+        "--countdown-after-relaunch",
+        [this](std::int64_t count) { countdownAfterRelaunch = count > 0; },
+        "Count down again after each language switch (--countdown-after-relaunch=false: don't)");
     command
         .add_option("--destination", destination,
-                    "new: a new run folder; group: join the last run (with --variant)")
+                    "new: a new run folder (the default); group: join the run folder with the "
+                    "latest stamp of the same application under the save folder, or the one "
+                    "given with --into")
         ->check(CLI::IsMember({"new", "group"}));
-    command.add_option("--variant", variant, "Name prefix of the files within a group");
+    command.add_option("--variant", variant,
+                       "The variant's name: part of a new run folder's name, or the prefix of "
+                       "the file names within a group");
+    command.add_option("--into", into,
+                       "The run folder a group joins (implies --destination group)");
     command.add_option("--save-folder", saveFolder, "Folder under which run folders are made");
     command.add_option("--screenshot-url", screenshotURL,
                        "With --store flathub: the web folder the images will be published in, "
@@ -131,10 +162,11 @@ Expected<void, std::string> RunOverrides::applyTo(ContentView& view, std::ostrea
         return unexpected(std::string("--background-color contradicts --background ") + background);
     if (!backgroundImage.empty() && !backgroundColor.empty())
         return unexpected(std::string("--background-image contradicts --background-color"));
-    if (!variant.empty() && destination == "new")
-        return unexpected(
-            std::string("--variant names files within a group; it contradicts --destination new"));
-    if (languages.size() > 1 && std::count(languages.begin(), languages.end(), "none") > 0)
+    if (!into.empty() && destination == "new")
+        return unexpected(std::string("--into contradicts --destination new"));
+    // "none" and the empty code both mean the target's current language.
+    auto current = [](const std::string& code) { return code.empty() || code == "none"; };
+    if (languages.size() > 1 && std::any_of(languages.begin(), languages.end(), current))
         return unexpected(std::string("--languages none contradicts the other language codes"));
 
     if (!scope.empty())
@@ -146,7 +178,7 @@ Expected<void, std::string> RunOverrides::applyTo(ContentView& view, std::ostrea
     if (!languages.empty()) {
         view.languages.clear();
         for (const auto& code : languages) {
-            if (code != "none")
+            if (!current(code))
                 view.languages.push_back(LanguageCatalog::selection(code));
         }
     }
@@ -164,7 +196,7 @@ Expected<void, std::string> RunOverrides::applyTo(ContentView& view, std::ostrea
     if (countdown)
         view.countdownSeconds = *countdown;
     if (countdownAfterRelaunch)
-        view.countdownAfterRelaunch = true;
+        view.countdownAfterRelaunch = *countdownAfterRelaunch;
     if (shadow)
         view.windowShadow = *shadow;
 
@@ -221,11 +253,12 @@ Expected<void, std::string> RunOverrides::applyTo(ContentView& view, std::ostrea
         view.menuBar.replaceAccessories = false;
     if (!destination.empty())
         view.destinationMode = *fromRawValue<DestinationMode>(destination);
-    if (!variant.empty()) {
+    if (!into.empty()) {
         view.destinationMode = DestinationMode::group;
-        view.variantName = variant;
+        view.lastRunRoot = absolutePath(into);
     }
-    return {};
+    view.variantName = variant;
+    return canvasDrawable(view);
 }
 
 void RunOverrides::store(const ContentView& view, SettingsStore& settings) const {
@@ -244,7 +277,7 @@ void RunOverrides::store(const ContentView& view, SettingsStore& settings) const
     if (countdown)
         set(Keys::countdownSeconds, view.countdownSeconds);
     if (countdownAfterRelaunch)
-        set(Keys::countdownAfterRelaunch, true);
+        set(Keys::countdownAfterRelaunch, *countdownAfterRelaunch);
     if (!languages.empty()) {
         ValueArray codes;
         for (const auto& language : view.languages)

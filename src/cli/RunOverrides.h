@@ -28,7 +28,7 @@ struct RunOverrides {
     std::string sizePreset;
     std::string canvas;
     std::optional<int> countdown;
-    bool countdownAfterRelaunch = false;
+    std::optional<bool> countdownAfterRelaunch;
     std::optional<bool> shadow;
     std::string background;       // kind, for both appearances
     std::string backgroundColor;  // #RRGGBB
@@ -41,17 +41,18 @@ struct RunOverrides {
     bool realAccessories = false;
     std::string destination;
     std::string variant;
+    std::string into;  // the run folder a group joins
     std::string saveFolder;
     std::string storeName;      // mac-app-store or flathub
     std::string screenshotURL;  // where the Flathub export's images will be published
 
     // Adds the flags that change the pictures; `forRun` adds those of a run too (countdown,
-    // window size, destination, variant, save folder).
+    // window size, destination, variant, save folder). `plan` takes the same flags as `preview`.
     void addOptions(CLI::App& command, bool forRun);
 
     // Applies the flags to the window's state. Usage errors (contradictions, a value of the
-    // wrong form) come back as the text to print; warnings about values replaced by their
-    // fallback are written to `warnings`.
+    // wrong form, a canvas too large to draw, stored or given) come back as the text to print;
+    // warnings about values replaced by their fallback are written to `warnings`.
     Expected<void, std::string> applyTo(ContentView& view, std::ostream& warnings) const;
 
     // Writes the flags that have a stored key to the store, as the window would store them.

@@ -8,6 +8,9 @@
 #include "SettingKeys.h"
 #include "linux/FileSettingsStore.h"
 #include "linux/JsonValueCodec.h"
+#include "linux/ResourceBundleLocations.h"
+#include "model/Preferences.h"
+#include "model/ResourceBundle.h"
 
 namespace zd::cli {
 
@@ -46,17 +49,34 @@ void warnIfUnreadable(Context& context, const FileSettingsStore& store) {
     }
 }
 
+// The value a start takes: as the key alone reads, except for the background pictures, which
+// a first start takes from the resource bundle where no picture is stored.
+Value inEffect(const SettingsStore& store, const SettingKey& key,
+               const Preferences::LoadedSettings& loaded) {
+    const std::optional<std::string>* picture = nullptr;
+    if (key.name == Preferences::Keys::lightBackgroundURL)
+        picture = &loaded.lightBackground.url;
+    if (key.name == Preferences::Keys::darkBackgroundURL)
+        picture = &loaded.darkBackground.url;
+    if (!picture)
+        return valueInEffect(store, key);
+    return *picture ? Value(**picture) : Value();
+}
+
 int show(Context& context, bool json) {
     auto store = openSettings(context);
     if (!store)
         return exitFailure;
     warnIfUnreadable(context, *store);
+    ResourceBundle bundle(resourceBundleCandidates());
+    const auto loaded = Preferences::load(*store, bundle);
     if (json) {
         ValueDictionary keys;
         for (const auto& key : settingKeys()) {
             auto stored = store->objectForKey(std::string(key.name));
-            keys[std::string(key.name)] = ValueDictionary{{"stored", stored ? *stored : Value()},
-                                                          {"inEffect", valueInEffect(*store, key)}};
+            keys[std::string(key.name)] =
+                ValueDictionary{{"stored", stored ? *stored : Value()},
+                                {"inEffect", inEffect(*store, key, loaded)}};
         }
         ValueDictionary document{{"file", store->path()}, {"keys", std::move(keys)}};
         *context.out << JsonValueCodec::encode(Value(std::move(document)));
@@ -66,7 +86,7 @@ int show(Context& context, bool json) {
     *context.out << padded("KEY", 24) << padded("STORED", 34) << "IN EFFECT\n";
     for (const auto& key : settingKeys()) {
         auto stored = store->objectForKey(std::string(key.name));
-        auto effect = valueInEffect(*store, key);
+        auto effect = inEffect(*store, key, loaded);
         std::string storedText = stored ? inlineText(*stored) : "-";
         std::string effectText = effect.isNull() ? "none" : inlineText(effect);
         *context.out << padded(std::string(key.name), 24) << padded(storedText, 34) << effectText

@@ -20,6 +20,7 @@
 #include "env/ProcessBackend.h"
 #include "linux/FileSettingsStore.h"
 #include "model/Preferences.h"
+#include "run/RunOutput.h"
 
 namespace zd::cli {
 
@@ -74,6 +75,30 @@ std::string absolutePath(const std::string& path) {
     return error ? path : absolute.lexically_normal().string();
 }
 
+// After a launch the multiple-windows list is read again, with the new program's windows ticked.
+void tickLaunchedWindows(ContentView& view) {
+    view.reloadCompositeWindows();
+    const auto target = view.selectedTarget();
+    for (auto& row : view.compositeWindows) {
+        if (target && row.appName == target->appName)
+            row.enabled = true;
+    }
+}
+
+// The name the run folder will carry: the target's application, or in multiple windows that of
+// the first ticked window (the run's stand-in target).
+std::string runApplicationName(const ContentView& view) {
+    if (view.captureScope == CaptureScope::singleWindow) {
+        const auto target = view.selectedTarget();
+        return target ? target->appName : "";
+    }
+    for (const auto& row : view.compositeWindows) {
+        if (row.enabled)
+            return row.appName;
+    }
+    return "";
+}
+
 int shoot(Context& context, const ShootArguments& args) {
     if (int checked = checkBeforeStart(context, args); checked != exitSuccess)
         return checked;
@@ -119,6 +144,8 @@ int shoot(Context& context, const ShootArguments& args) {
     }
     if (auto target = view.selectedTarget())
         *context.err << "Target: " << target->id << "  " << targetText(*target) << "\n";
+    if (launchedPid > 0 && view.captureScope == CaptureScope::allWindows)
+        tickLaunchedWindows(view);
 
     if (args.saveSettings) {
         args.overrides.store(view, *env.settings);
@@ -126,13 +153,19 @@ int shoot(Context& context, const ShootArguments& args) {
     }
     if (!args.overrides.saveFolder.empty())
         (*live)->services().saveFolderOverride = absolutePath(args.overrides.saveFolder);
+    // Grouping across runs of this command: the latest run folder of the same application.
+    if (view.destinationMode == DestinationMode::group && !view.lastRunRoot) {
+        const auto folder = (*live)->services().saveFolderURL();
+        const auto found = folder
+                               ? newestRunFolder(*folder, applicationWord(runApplicationName(view)))
+                               : std::nullopt;
+        if (found)
+            view.lastRunRoot = found->string();
+    }
+    if (view.destinationMode == DestinationMode::group && view.lastRunRoot)
+        *context.err << "Joining " << *view.lastRunRoot << "\n";
 
-    const auto runRootBefore = view.lastRunRoot;
     std::string lastShown;
-    const auto chosen = view.selectedTarget();
-    const bool revertFollows = view.captureScope == CaptureScope::singleWindow &&
-                               !view.languages.empty() && chosen && chosen->bundleId &&
-                               !chosen->bundleId->empty();
     {
         winsize terminal{};
         const bool onTerminal = isatty(STDERR_FILENO) != 0;
@@ -155,15 +188,18 @@ int shoot(Context& context, const ShootArguments& args) {
         lastShown = printer.shown();
     }
 
-    const bool saved = view.lastRunRoot && view.lastRunRoot != runRootBefore &&
-                       view.progress.statusMessage().rfind("Saved ", 0) == 0;
+    const bool saved = view.lastRunRoot && view.progress.statusMessage().rfind("Saved ", 0) == 0;
     if (lastShown != view.progress.statusMessage())
         *context.err << view.progress.statusMessage() << "\n";
-    // The target goes back to its own language after the run; wait for that before leaving.
-    if (revertFollows) {
-        *context.err << "Putting " << chosen->appName << " back in its own language\u2026\n";
+    if (saved && args.reveal)
+        view.revealInFinder(*view.lastRunRoot);
+    // The target goes back to its own language after the run, whatever the scope; wait for
+    // that, and for its window, before leaving.
+    if (view.revertingLanguage) {
+        *context.err << "Putting " << view.menuBar.appName << " back in its own language\u2026\n";
         view.selectedTargetID.reset();
-        processEventsUntil([&] { return view.selectedTargetID.has_value() || stop.take(); }, 30s);
+        processEventsUntil(
+            [&] { return (!view.revertingLanguage && view.selectedTargetID) || stop.take(); }, 30s);
     }
     if (launchedBundle && (*live)->display().isHeadless()) {
         for (const auto& app : env.processes->runningApplications(*launchedBundle))
@@ -196,7 +232,8 @@ void addShootCommand(CLI::App& app, Context& context) {
     command->footer(
         "Relaunches the target in each language, switches between Light and Dark, counts down, "
         "captures the window and writes the composed PNG files into a new run folder under the "
-        "save folder. The system's appearance and the target's language are put back afterwards.\n"
+        "save folder (or, with --destination group, into an earlier one). The system's appearance "
+        "and the target's language are put back afterwards.\n"
         "Every option overrides the stored setting for this run only, unless --save-settings "
         "(the menu bar's details, the fill colour, destination and variant have no stored "
         "setting and are never stored). "
@@ -214,7 +251,8 @@ void addShootCommand(CLI::App& app, Context& context) {
                       "Run on a private headless display even when the user's answers");
     command->add_flag("--save-settings", args.saveSettings,
                       "Store the given options as the settings of the next runs");
-    command->add_flag("--reveal", args.reveal, "Open the run folder in the file manager after");
+    command->add_flag("--reveal", args.reveal,
+                      "Open the run folder in the file manager once the pictures are saved");
     command->add_flag("--contact-sheet", args.contactSheet,
                       "Write an index.html of the pictures into the run folder");
     command->callback([&context, &args] { context.exitCode = shoot(context, args); });

@@ -2,6 +2,7 @@
 // Each subcommand lives in its own file; this one puts them together and maps the parser's
 // outcome onto conventional exit codes (0 done, 1 failed, 2 bad arguments).
 #include <CLI/CLI.hpp>
+#include <filesystem>
 
 #include "CheckCommand.h"
 #include "CliSupport.h"
@@ -32,7 +33,12 @@ int main(int argc, char** argv) {
     app.add_option("--settings-file", settingsFile,
                    "Use this settings file instead of "
                    "$XDG_CONFIG_HOME/zephyrdock/settings.json")
-        ->each([&context](const std::string& path) { context.settingsFile = path; });
+        ->each([&context](const std::string& path) {
+            // Made absolute at once, so the folder it lies in is never an empty path.
+            std::error_code error;
+            const auto absolute = std::filesystem::absolute(path, error);
+            context.settingsFile = error ? path : absolute.string();
+        });
 
     addTargetsCommand(app, context);
     addSpacesCommand(app, context);

@@ -7,10 +7,12 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <chrono>
+#include <fstream>
 #include <regex>
 #include <thread>
 
 #include "CliRunner.h"
+#include "linux/FileSettingsStore.h"
 #include "linux/HeadlessSession.h"
 #include "linux/SpawnArguments.h"
 
@@ -211,10 +213,7 @@ TEST_F(LiveCommands, BadInputGetsOneClearLineAndANonZeroExit) {
          1,
          "Save failed: "},
         {"two targets", {"--target", "gedit", "--launch", "gedit"}, 2, "excludes"},
-        {"variant without a group",
-         {"--target", "gedit", "--variant", "v", "--destination", "new"},
-         2,
-         "contradicts"},
+        {"huge canvas", {"--target", "gedit", "--canvas", "40000x100"}, 2, "at most 32767"},
     };
     for (const auto& bad : cases) {
         std::vector<std::string> arguments{"shoot",         "--languages", "none",
@@ -225,8 +224,12 @@ TEST_F(LiveCommands, BadInputGetsOneClearLineAndANonZeroExit) {
             arguments.push_back("--save-folder");
             arguments.push_back(cli.home.path().string());
         }
-        if (std::string(bad.name) == "unwritable save folder")
-            arguments.push_back("--save-settings");  // stored although the run then fails
+        if (std::string(bad.name) == "unwritable save folder") {
+            // Stored although the run then fails; a stored repeat can be switched off.
+            arguments.insert(arguments.end(),
+                             {"--save-settings", "--countdown-after-relaunch=false"});
+            FileSettingsStore(cli.settingsPath()).setObject(true, "countdownAfterRelaunch");
+        }
         auto result = run(arguments);
         EXPECT_EQ(result.exitCode, bad.exitCode) << bad.name << ": " << result.err;
         EXPECT_NE(result.err.find(bad.message), std::string::npos)
@@ -235,6 +238,51 @@ TEST_F(LiveCommands, BadInputGetsOneClearLineAndANonZeroExit) {
     const auto stored = test::CliRunner::read(cli.settingsPath());
     EXPECT_NE(stored.find("\"customCanvasWidth\": 320"), std::string::npos) << stored;
     EXPECT_NE(stored.find("\"captureDark\": false"), std::string::npos) << stored;
+    EXPECT_NE(stored.find("\"countdownAfterRelaunch\": false"), std::string::npos) << stored;
+}
+
+// Two runs of all the windows of a program started on a private display: the first in a new
+// folder named with its variant, shown in the file manager; the second, in a language, joins
+// it and puts the program back in its own language before it ends.
+TEST_F(LiveCommands, LaunchedWindowsRunsGroupAcrossRunsAndTheFolderIsShown) {
+    const auto tools = cli.home.path() / "tools";
+    const auto marker = cli.home.path() / "revealed.txt";
+    std::filesystem::create_directories(tools);
+    std::ofstream(tools / "xdg-open") << "#!/bin/sh\necho \"$1\" >> " << marker.string() << "\n";
+    std::filesystem::permissions(tools / "xdg-open", std::filesystem::perms::owner_all);
+    std::vector<std::string> variables;
+    for (const auto& variable : environment())
+        variables.push_back(variable.starts_with("PATH=")
+                                ? "PATH=" + tools.string() + ":" + variable.substr(5)
+                                : variable);
+    const auto folder = cli.home.path() / "Grouped";
+    auto shoot = [&](std::vector<std::string> more) {
+        std::vector<std::string> arguments{"--settings-file", cli.settingsPath(),
+                                           "shoot",           "--headless",
+                                           "--launch",        "gedit",
+                                           "--scope",         "all",
+                                           "--appearances",   "dark",
+                                           "--canvas",        "320x200",
+                                           "--countdown",     "0",
+                                           "--save-folder",   folder.string(),
+                                           "--variant",       "V"};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return cli.run(arguments, variables);
+    };
+    const auto first = shoot({"--languages", "", "--reveal"});
+    ASSERT_EQ(first.exitCode, 0) << first.err;
+    const std::filesystem::path root(first.out.substr(0, first.out.find('\n')));
+    EXPECT_NE(root.filename().string().find(" \u2014 V \u2014 "), std::string::npos) << root;
+    EXPECT_TRUE(std::filesystem::exists(root / "dark.png")) << first.err;
+    EXPECT_TRUE(waitFor(
+        [&] { return test::CliRunner::read(marker.string()) == root.string() + "\n"; }, 10s))
+        << test::CliRunner::read(marker.string());
+
+    const auto second = shoot({"--destination", "group", "--languages", "de"});
+    ASSERT_EQ(second.exitCode, 0) << second.err;
+    EXPECT_EQ(second.out, first.out);
+    EXPECT_TRUE(std::filesystem::exists(root / "V-dark.png"));
+    EXPECT_NE(second.err.find("back in its own language"), std::string::npos) << second.err;
 }
 
 }  // namespace

@@ -42,6 +42,7 @@ TEST(ProgressPrinter, RedrawsOneLineOnATerminalAndWritesChangedLinesElsewhere) {
         bool showing = true;
         {
             ProgressPrinter printer(model, out, terminal, [&] { return showing; });
+            model.setShotsTotal(0);  // the run's first writes: the idle line is no news
             model.setCaptureStage("Posing");
             model.setCaptureStage("Posing");  // the same value again: nothing new
             model.setCountdownRemaining(2);

@@ -50,7 +50,19 @@ TEST_F(SettingsCommand, StoresTypedValuesThatTheNextProcessShows) {
     EXPECT_EQ(*keys->find("captureDark")->find("inEffect"), Value(true));
     EXPECT_TRUE(keys->find("windowShadow")->find("stored")->isNull());
     EXPECT_EQ(*keys->find("lightBackgroundKind")->find("inEffect"), Value("image"));
+    // A first start shows the bundle's picture.
+    const auto* picture = keys->find("darkBackgroundURL")->find("inEffect")->asString();
+    EXPECT_TRUE(picture && picture->ends_with("/Dark.jpg")) << shown.out;
     EXPECT_EQ(keys->asDictionary()->size(), 17u);
+
+    // A settings file named relative to the working folder.
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(cli.home.path());
+    const auto relative =
+        cli.run({"--settings-file", "own.json", "settings", "set", "countdownSeconds", "4"});
+    std::filesystem::current_path(before);
+    EXPECT_EQ(relative.exitCode, 0) << relative.err;
+    EXPECT_TRUE(std::filesystem::exists(cli.home.path() / "own.json"));
 }
 
 TEST_F(SettingsCommand, ResetRemovesKeysSoTheyFallBack) {
@@ -72,7 +84,9 @@ struct BadArguments {
 };
 
 // Test listings show the case's name, not its bytes.
-void PrintTo(const BadArguments& bad, std::ostream* out) { *out << bad.name; }
+void PrintTo(const BadArguments& bad, std::ostream* out) {
+    *out << bad.name;
+}
 
 class SettingsUsage : public SettingsCommand, public testing::WithParamInterface<BadArguments> {};
 

@@ -118,6 +118,19 @@ TEST_F(RunOutputTest, GroupWithoutAPreviousRunMakesAFolderNamedWithTheVariant) {
     EXPECT_EQ(composed, std::vector<std::string>{"-dark"});
 }
 
+TEST_F(RunOutputTest, NewestRunFolderOfTheApplicationWhateverItsVariant) {
+    for (const std::string& name :
+         {"Notes" + dash + "2026-03-09-141502", "Notes" + dash + "V" + dash + "2026-03-10-090000",
+          "Notes" + dash + "V2026-12-01-000000", "Notes2" + dash + "2026-12-01-000000",
+          "Mail" + dash + "2027-01-01-000000", "Notes" + dash + "2026-13-xx-000000"})
+        fs::create_directories(saveFolder / name);
+    std::ofstream(saveFolder / ("Notes" + dash + "2027-01-01-000000")) << "a file";
+    EXPECT_EQ(newestRunFolder(saveFolder, "Notes"),
+              saveFolder / ("Notes" + dash + "V" + dash + "2026-03-10-090000"));
+    EXPECT_FALSE(newestRunFolder(saveFolder, "Pad"));
+    EXPECT_FALSE(newestRunFolder(saveFolder / "gone", "Notes"));
+}
+
 TEST_F(RunOutputTest, LanguageCodesNeverLeaveTheRunFolder) {
     const fs::path root =
         run({shot("..", AppearanceMode::light), shot(".", AppearanceMode::light),

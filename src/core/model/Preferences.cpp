@@ -17,11 +17,14 @@ std::string keyText(std::string_view key) {
     return std::string(key);
 }
 
-// A boolean stored as a boolean; any other type counts as absent.
+// A boolean stored as a boolean, or as the number 0 or 1 (what another tool writes where the
+// platform's store would hold a boolean); any other type or number counts as absent.
 bool readBool(const SettingsStore& store, std::string_view key, bool fallback) {
     auto value = store.objectForKey(keyText(key));
     if (!value)
         return fallback;
+    if (auto number = value->asNumber(); number && (*number == 0 || *number == 1))
+        return *number == 1;
     return value->asBool().value_or(fallback);
 }
 

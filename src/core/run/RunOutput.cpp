@@ -4,6 +4,7 @@
 #include <ctime>
 #include <deque>
 #include <future>
+#include <regex>
 
 #include "composition/Compositor.h"
 #include "env/ImageCodec.h"
@@ -119,6 +120,31 @@ Destination resolveDestination(DestinationMode mode,
         return {lastRunRoot ? *lastRunRoot : saveFolder / runFolder, cleanVariant};
     }
     return {saveFolder / runFolder, ""};
+}
+
+std::optional<std::filesystem::path> newestRunFolder(const std::filesystem::path& saveFolder,
+                                                     const std::string& applicationWord) {
+    static const std::regex stamped("\\d{4}-\\d{2}-\\d{2}-\\d{6}");
+    const std::string start = applicationWord + std::string(emDashSeparator);
+    std::optional<std::filesystem::path> newest;
+    std::string newestKey;  // the stamp, then the name, so equal stamps still pick one
+    std::error_code ec;
+    for (auto it = std::filesystem::directory_iterator(saveFolder, ec);
+         !ec && it != std::filesystem::directory_iterator(); it.increment(ec)) {
+        const std::string name = it->path().filename().string();
+        if (!it->is_directory(ec) || !name.starts_with(start) || name.size() < start.size() + 17)
+            continue;
+        const std::string stamp = name.substr(name.size() - 17);
+        const bool variantOrNot = name.size() == start.size() + 17 ||
+                                  name.substr(0, name.size() - 17).ends_with(emDashSeparator);
+        if (!variantOrNot || !std::regex_match(stamp, stamped))
+            continue;
+        if (!newest || stamp + name > newestKey) {
+            newest = it->path();
+            newestKey = stamp + name;
+        }
+    }
+    return newest;
 }
 
 Expected<std::filesystem::path, OutputError> uniquePath(const std::filesystem::path& folder,

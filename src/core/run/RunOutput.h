@@ -56,6 +56,12 @@ Destination resolveDestination(DestinationMode mode,
                                const std::filesystem::path& saveFolder,
                                const std::string& runFolder, std::string_view variant);
 
+// The run folder of `applicationWord` in `saveFolder` with the latest stamp, whatever its
+// variant: what a later process joins when it groups with "the last run". None when there is
+// no such folder (or the save folder can't be read).
+std::optional<std::filesystem::path> newestRunFolder(const std::filesystem::path& saveFolder,
+                                                     const std::string& applicationWord);
+
 // A path "{stem}.{ext}" in `folder` where nothing exists yet, else "{stem} ({n}).{ext}" for the
 // first free n from 2. Creates the folder and its parents first.
 Expected<std::filesystem::path, OutputError> uniquePath(const std::filesystem::path& folder,

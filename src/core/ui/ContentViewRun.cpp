@@ -296,6 +296,7 @@ void ContentView::cleanUp(const RunRestore& restore) {
     ++cleanUps_;
     if (restore.revertBundleID && !languages.empty()) {
         // Detached: the run ends now; the revert and the search for the window follow.
+        revertingLanguage = true;
         clock().post([this, bundleID = *restore.revertBundleID, restore] {
             spawn(revertAndRestore(bundleID, restore));
         });
@@ -306,6 +307,7 @@ void ContentView::cleanUp(const RunRestore& restore) {
 
 Task<void> ContentView::revertAndRestore(std::string bundleID, RunRestore restore) {
     co_await services_.revertToOriginalLanguage(bundleID);
+    revertingLanguage = false;
     restoreSourceSelectionWithRetry(restore.restoreBundleID, restore.restoreAppName);
 }
 

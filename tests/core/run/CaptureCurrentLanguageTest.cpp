@@ -126,7 +126,7 @@ TEST_F(CaptureCurrentLanguage, DarkCaptureFailureRestoresAndReturnsNoShot) {
     EXPECT_EQ(services.systemAppearance, AppearanceMode::dark);
 }
 
-TEST_F(CaptureCurrentLanguage, FailedSwitchInOneAppearanceStillCaptures) {
+TEST_F(CaptureCurrentLanguage, FailedSwitchPassesInOneAppearanceAndEndsBoth) {
     view->enabledAppearances = {AppearanceMode::dark};
     services.failingSets = {AppearanceMode::dark};
     auto shots = capture(notes);
@@ -134,6 +134,11 @@ TEST_F(CaptureCurrentLanguage, FailedSwitchInOneAppearanceStillCaptures) {
     ASSERT_EQ(shots->size(), 1u);
     EXPECT_EQ((*shots)[0].mode, AppearanceMode::dark);  // named as wanted, taken as it was
     EXPECT_TRUE(logged("captureWindow 7 in light"));
+
+    log.clear();
+    view->enabledAppearances = {AppearanceMode::light, AppearanceMode::dark};
+    EXPECT_FALSE(capture(notes));
+    EXPECT_EQ(only({"captureWindow"}), std::vector<std::string>{"captureWindow 7 in light"});
 }
 
 TEST_F(CaptureCurrentLanguage, LayoutFailureEndsBeforeAnyAppearanceChange) {

@@ -13,10 +13,18 @@ TEST_F(RunFixture, TypicalRunTwoLanguagesBothAppearancesInExactOrder) {
     services.menuTitles = {"File", "Edit"};
     services.targets = {CaptureTarget{200, "Notes", "Untitled", 60, "com.example.notes", {}}};
     Nanos savedAt{};
+    bool revertingDuringRevert = false;
     services.onCall = [&](const std::string& entry) {
         if (entry.rfind("saveAll", 0) == 0)
             savedAt = clock.now();
+        if (entry.rfind("revertToOriginalLanguage", 0) == 0)
+            revertingDuringRevert = view->revertingLanguage;
     };
+    bool pulsingAtCleanUp = false;
+    view->progress.subscribe([&](CaptureProgressModel::Field field) {
+        if (field == CaptureProgressModel::Field::shotsTotal && !view->isWorking)
+            pulsingAtCleanUp = view->pulseRevealButton;
+    });
 
     runToEnd();
 
@@ -117,7 +125,10 @@ TEST_F(RunFixture, TypicalRunTwoLanguagesBothAppearancesInExactOrder) {
     EXPECT_EQ(view->menuBar.appName, "Notes");
     EXPECT_EQ(view->lastRunRoot, root);
     EXPECT_EQ(view->destinationMode, DestinationMode::group);
+    EXPECT_TRUE(pulsingAtCleanUp);
     EXPECT_FALSE(view->pulseRevealButton);
+    EXPECT_TRUE(revertingDuringRevert);
+    EXPECT_FALSE(view->revertingLanguage);
     EXPECT_FALSE(view->isWorking);
     EXPECT_FALSE(view->captureTask);
     EXPECT_EQ(view->selectedTargetID, 200u);  // found again after the revert

@@ -200,7 +200,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& p) { return std::string(p.param.name); });
 
 TEST_F(RunFixture, TargetWithoutBundleIDPosesFirstThenCannotSwitch) {
-    notes.bundleId.reset();
+    notes.bundleId = "";  // an empty identity counts as none
     view->targets = {notes};
     services.relaunchFailures[0] = LanguageRelauncher::Failure::missingBundleID();
     runToEnd();

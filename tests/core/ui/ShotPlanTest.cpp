@@ -68,8 +68,8 @@ TEST_F(ShotPlan, EntriesLanguagesOutsideAppearancesInside) {
     }
     view.languages.clear();
     view.enabledAppearances = {AppearanceMode::light};
-    EXPECT_EQ(view.planEntries(),
-              std::vector<PlanEntry>{{"current-light", "", "Current", AppearanceMode::light}});
+    const PlanEntry current{"current-light", "", "Current", AppearanceMode::light};
+    EXPECT_EQ(view.planEntries(), std::vector<PlanEntry>{current});
 }
 
 TEST_F(ShotPlan, CaptureDisabledFollowsScopeOnly) {
