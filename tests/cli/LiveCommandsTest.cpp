@@ -213,7 +213,6 @@ TEST_F(LiveCommands, BadInputGetsOneClearLineAndANonZeroExit) {
          1,
          "Save failed: "},
         {"two targets", {"--target", "gedit", "--launch", "gedit"}, 2, "excludes"},
-        {"huge canvas", {"--target", "gedit", "--canvas", "40000x100"}, 2, "at most 32767"},
     };
     for (const auto& bad : cases) {
         std::vector<std::string> arguments{"shoot",         "--languages", "none",
