@@ -351,7 +351,7 @@ TEST_F(WritePNG, CreatesParentFoldersAndWritesTheEncodedBytes) {
     EXPECT_EQ(content, "PNG 3 2");
 }
 
-TEST_F(WritePNG, EncodingFailureWritesNothing) {
+TEST_F(WritePNG, EncodingFailureWritesNothingAndAFolderInTheWayIsAFileSystemFailure) {
     codec.failEncoding = true;
     const auto path = root / "light.png";
     auto result = Compositor::writePNG(Image(3, 2), path, codec);
@@ -362,15 +362,13 @@ TEST_F(WritePNG, EncodingFailureWritesNothing) {
     codec.failEncoding = false;
     EXPECT_EQ(Compositor::writePNG(Image(), path, codec).error().localizedDescription,
               "Could not encode PNG");
-}
 
-TEST_F(WritePNG, FolderInTheWayOfAFileIsAFileSystemFailure) {
     std::filesystem::create_directories(root);
     std::ofstream(root / "blocker") << "x";
-    auto result = Compositor::writePNG(Image(1, 1), root / "blocker" / "light.png", codec);
-    ASSERT_FALSE(result);
-    EXPECT_NE(result.error().domain, "Zephyrdock");
-    EXPECT_FALSE(result.error().localizedDescription.empty());
+    auto blocked = Compositor::writePNG(Image(1, 1), root / "blocker" / "light.png", codec);
+    ASSERT_FALSE(blocked);
+    EXPECT_NE(blocked.error().domain, "Zephyrdock");
+    EXPECT_FALSE(blocked.error().localizedDescription.empty());
 }
 
 }  // namespace

@@ -10,40 +10,23 @@ namespace {
 
 using Strings = std::vector<std::string>;
 
-struct ErrorCase {
-    const char* name;
-    RunError error;
-    std::string status;
-};
-
-class ErrorWords : public ::testing::TestWithParam<ErrorCase> {};
-
-TEST_P(ErrorWords, FirstFittingTestWritesTheStatus) {
-    EXPECT_EQ(RunTexts::captureFailure(GetParam().error), GetParam().status);
+TEST(ErrorWords, FirstFittingTestWritesTheStatus) {
+    const std::string generic =
+        "Capture failed: The operation couldn\u2019t be completed. (Zephyrdock.";
+    const std::vector<std::pair<RunError, std::string>> cases{
+        {CaptureFailure::of(CaptureError::permissionDenied),
+         "Screen Recording permission needed \u2014 System Settings \u2192 Privacy & Security."},
+        {CaptureFailure::of(CaptureError::windowNotFound), generic + "CaptureError error 0.)"},
+        {CaptureFailure::of(CaptureError::noDisplay), generic + "CaptureError error 3.)"},
+        {CaptureFailure::system("The stream stopped."), "Capture failed: The stream stopped."},
+        {AppearanceController::Failure{AppearanceController::Failure::Kind::scriptError, "boom"},
+         generic + "AppearanceController.Failure error 0.)"},
+        {LanguageRelauncher::Failure::missingBundleID(),
+         generic + "LanguageRelauncher.Failure error 1.)"},
+    };
+    for (const auto& [error, status] : cases)
+        EXPECT_EQ(RunTexts::captureFailure(error), status);
 }
-
-const std::string generic = "The operation couldn\u2019t be completed. ";
-
-INSTANTIATE_TEST_SUITE_P(
-    Failures, ErrorWords,
-    ::testing::Values(
-        ErrorCase{"PermissionDenied", CaptureFailure::of(CaptureError::permissionDenied),
-                  "Screen Recording permission needed \u2014 System Settings \u2192 Privacy & "
-                  "Security."},
-        ErrorCase{"WindowNotFoundIsGeneric", CaptureFailure::of(CaptureError::windowNotFound),
-                  "Capture failed: " + generic + "(Zephyrdock.CaptureError error 0.)"},
-        ErrorCase{"NoDisplayIsGeneric", CaptureFailure::of(CaptureError::noDisplay),
-                  "Capture failed: " + generic + "(Zephyrdock.CaptureError error 3.)"},
-        ErrorCase{"SystemFailureKeepsItsText", CaptureFailure::system("The stream stopped."),
-                  "Capture failed: The stream stopped."},
-        ErrorCase{
-            "ScriptErrorIsGeneric",
-            AppearanceController::Failure{AppearanceController::Failure::Kind::scriptError, "boom"},
-            "Capture failed: " + generic + "(Zephyrdock.AppearanceController.Failure error 0.)"},
-        ErrorCase{
-            "MissingBundleIDIsGeneric", LanguageRelauncher::Failure::missingBundleID(),
-            "Capture failed: " + generic + "(Zephyrdock.LanguageRelauncher.Failure error 1.)"}),
-    [](const auto& p) { return std::string(p.param.name); });
 
 // The summary after a multiple-windows run.
 CaptureEngine::CaptureRecords threeSelected(std::vector<CaptureEngine::CaptureOutcome> outcomes,
@@ -55,13 +38,10 @@ CaptureEngine::CaptureRecords threeSelected(std::vector<CaptureEngine::CaptureOu
     return records;
 }
 
-TEST(AllWindowsSummary, SilentWhenEverySelectedWindowMadeIt) {
+TEST(AllWindowsSummary, ListsEveryWindowWithItsFateOrIsSilent) {
     EXPECT_FALSE(makeAllWindowsSummary(threeSelected({{"Pad \u2014 Doc", {}, true, false},
                                                       {"Mail", {}, true, false},
                                                       {"Term", {}, true, false}})));
-}
-
-TEST(AllWindowsSummary, ListsEveryWindowWithItsFate) {
     auto summary =
         makeAllWindowsSummary(threeSelected({{"Mail", {-1440.5, 25.9, 800.7, 600.2}, false, true},
                                              {"Pad \u2014 Doc", {10, 20, 300, 200}, true, false}}));
