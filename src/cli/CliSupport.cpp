@@ -1,5 +1,7 @@
 #include "CliSupport.h"
 
+#include <filesystem>
+
 #include "linux/FileSettingsStore.h"
 
 namespace zd::cli {
@@ -12,6 +14,12 @@ std::unique_ptr<FileSettingsStore> openSettings(Context& context) {
         return nullptr;
     }
     return std::make_unique<FileSettingsStore>(*path);
+}
+
+std::string absolutePath(const std::string& path) {
+    std::error_code error;
+    auto absolute = std::filesystem::absolute(path, error);
+    return error ? path : absolute.lexically_normal().string();
 }
 
 std::string padded(const std::string& text, std::size_t width) {

@@ -47,6 +47,9 @@ struct Context {
 // stderr, when there is no home folder to find it in.
 std::unique_ptr<FileSettingsStore> openSettings(Context& context);
 
+// The path made absolute against the working folder and normalised; as given if that fails.
+std::string absolutePath(const std::string& path);
+
 // The text followed by blanks up to a column of the given width, counting characters rather
 // than bytes (stored texts hold "×" and "…").
 std::string padded(const std::string& text, std::size_t width);

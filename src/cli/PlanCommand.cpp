@@ -3,7 +3,6 @@
 #include <CLI/CLI.hpp>
 
 #include <cmath>
-#include <sstream>
 
 #include "CliSupport.h"
 #include "RunOverrides.h"
@@ -40,12 +39,10 @@ int plan(Context& context, const PlanArguments& args) {
     Environment environment;
     LiveRunServices services(environment);
     ContentView view(environment, services, Preferences::load(*store, bundle));
-    std::ostringstream warnings;
-    if (auto applied = args.overrides.applyTo(view, warnings); !applied) {
+    if (auto applied = args.overrides.applyTo(view, *context.err); !applied) {
         *context.err << "zephyrdock plan: " << applied.error() << "\n";
         return exitUsage;
     }
-    *context.err << warnings.str();
     auto entries = view.planEntries();
     int count = view.plannedShotCount();
     auto canvas = view.canvasSize();

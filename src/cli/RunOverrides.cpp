@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <regex>
 
+#include "CliSupport.h"
 #include "QtCanvasFactory.h"
 #include "env/SettingsStore.h"
 #include "model/Preferences.h"
@@ -81,12 +82,6 @@ Expected<void, std::string> canvasDrawable(const ContentView& view) {
                       " is larger than can be drawn: at most " +
                       std::to_string(QtCanvasFactory::kMaxSide) + " pixels a side and " +
                       std::to_string(QtCanvasFactory::kMaxPixels) + " pixels in all");
-}
-
-std::string absolutePath(const std::string& path) {
-    std::error_code error;
-    auto absolute = std::filesystem::absolute(path, error);
-    return error ? path : absolute.lexically_normal().string();
 }
 
 }  // namespace
@@ -302,9 +297,7 @@ void RunOverrides::store(const ContentView& view, SettingsStore& settings) const
         Preferences::setURL(settings, view.darkBackground.url, Keys::darkBackgroundURL);
     }
     if (!saveFolder.empty()) {
-        std::error_code error;
-        auto absolute = std::filesystem::absolute(saveFolder, error);
-        Preferences::setURL(settings, error ? saveFolder : absolute.string(), Keys::saveFolderURL);
+        Preferences::setURL(settings, absolutePath(saveFolder), Keys::saveFolderURL);
     }
 }
 

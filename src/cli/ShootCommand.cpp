@@ -69,12 +69,6 @@ int checkBeforeStart(Context& context, const ShootArguments& args) {
     return exitSuccess;
 }
 
-std::string absolutePath(const std::string& path) {
-    std::error_code error;
-    auto absolute = std::filesystem::absolute(path, error);
-    return error ? path : absolute.lexically_normal().string();
-}
-
 // After a launch the multiple-windows list is read again, with the new program's windows ticked.
 void tickLaunchedWindows(ContentView& view) {
     view.reloadCompositeWindows();

@@ -35,9 +35,7 @@ int main(int argc, char** argv) {
                    "$XDG_CONFIG_HOME/zephyrdock/settings.json")
         ->each([&context](const std::string& path) {
             // Made absolute at once, so the folder it lies in is never an empty path.
-            std::error_code error;
-            const auto absolute = std::filesystem::absolute(path, error);
-            context.settingsFile = error ? path : absolute.string();
+            context.settingsFile = absolutePath(path);
         });
 
     addTargetsCommand(app, context);
