@@ -8,6 +8,7 @@
 #include "control/LanguageRelauncher.h"
 #include "linux/LanguageOverrideStore.h"
 #include "linux/ProcProcessBackend.h"
+#include "linux/XcbWindowListBackend.h"
 #include "support/ControlProbe.h"
 #include "support/SessionFixture.h"
 
@@ -36,7 +37,10 @@ class LanguageRelaunchInSession : public testing::SessionTest {
         env.workers = &workers;
         env.processes = processes.get();
         env.languageOverride = overrides.get();
-        env.windowList = &windows;
+        auto connection = x11::XcbConnection::open();
+        ASSERT_TRUE(connection) << connection.error();
+        windows = std::make_unique<x11::XcbWindowListBackend>(*connection);
+        env.windowList = windows.get();
     }
     void TearDown() override {
         // Every instance this test started, each by its own pid.
@@ -72,7 +76,7 @@ class LanguageRelaunchInSession : public testing::SessionTest {
     const std::string bundle = "org.gnome.gedit";
     testing::ManualClock clock;
     testing::InlineWorkerPool workers;
-    testing::ProbeWindowList windows;
+    std::unique_ptr<x11::XcbWindowListBackend> windows;
     std::unique_ptr<x11::ProcProcessBackend> processes;
     std::unique_ptr<x11::LanguageOverrideStore> overrides;
     Environment env;
