@@ -79,20 +79,6 @@ void tickLaunchedWindows(ContentView& view) {
     }
 }
 
-// The name the run folder will carry: the target's application, or in multiple windows that of
-// the first ticked window (the run's stand-in target).
-std::string runApplicationName(const ContentView& view) {
-    if (view.captureScope == CaptureScope::singleWindow) {
-        const auto target = view.selectedTarget();
-        return target ? target->appName : "";
-    }
-    for (const auto& row : view.compositeWindows) {
-        if (row.enabled)
-            return row.appName;
-    }
-    return "";
-}
-
 int shoot(Context& context, const ShootArguments& args) {
     if (int checked = checkBeforeStart(context, args); checked != exitSuccess)
         return checked;
@@ -150,9 +136,9 @@ int shoot(Context& context, const ShootArguments& args) {
     // Grouping across runs of this command: the latest run folder of the same application.
     if (view.destinationMode == DestinationMode::group && !view.lastRunRoot) {
         const auto folder = (*live)->services().saveFolderURL();
-        const auto found = folder
-                               ? newestRunFolder(*folder, applicationWord(runApplicationName(view)))
-                               : std::nullopt;
+        const auto target = view.runTarget();
+        const std::string word = applicationWord(target ? target->appName : view.menuBar.appName);
+        const auto found = folder ? newestRunFolder(*folder, word) : std::nullopt;
         if (found)
             view.lastRunRoot = found->string();
     }

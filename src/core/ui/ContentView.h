@@ -123,6 +123,9 @@ class ContentView {
 
     // The first of `targets` with the selected id.
     std::optional<CaptureTarget> selectedTarget() const;
+    // The target a run starts from: the selected one, else in multiple windows that of the first
+    // ticked row, looked up afresh. Its application names the run folder.
+    std::optional<CaptureTarget> runTarget();
 
     // --- The run
     // The take button: starts runFullCapture as the run's task and keeps its handle.

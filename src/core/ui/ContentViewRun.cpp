@@ -78,11 +78,16 @@ std::optional<CaptureTarget> ContentView::allWindowsFallbackTarget() {
     return std::nullopt;
 }
 
-Task<void> ContentView::runFullCapture() {
-    // Before the run counts as running: a press may still end here without a trace.
+std::optional<CaptureTarget> ContentView::runTarget() {
     std::optional<CaptureTarget> target = selectedTarget();
     if (!target && captureScope == CaptureScope::allWindows)
         target = allWindowsFallbackTarget();
+    return target;
+}
+
+Task<void> ContentView::runFullCapture() {
+    // Before the run counts as running: a press may still end here without a trace.
+    std::optional<CaptureTarget> target = runTarget();
     if (!target && captureScope == CaptureScope::singleWindow)
         co_return;
 
