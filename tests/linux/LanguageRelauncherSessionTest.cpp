@@ -8,7 +8,6 @@
 #include "control/LanguageRelauncher.h"
 #include "linux/LanguageOverrideStore.h"
 #include "linux/ProcProcessBackend.h"
-#include "linux/XcbWindowListBackend.h"
 #include "support/ControlProbe.h"
 #include "support/SessionFixture.h"
 
@@ -37,10 +36,7 @@ class LanguageRelaunchInSession : public testing::SessionTest {
         env.workers = &workers;
         env.processes = processes.get();
         env.languageOverride = overrides.get();
-        auto connection = x11::XcbConnection::open();
-        ASSERT_TRUE(connection) << connection.error();
-        windows = std::make_unique<x11::XcbWindowListBackend>(*connection);
-        env.windowList = windows.get();
+        env.windowList = &windows;
     }
     void TearDown() override {
         // Every instance this test started, each by its own pid.
@@ -76,7 +72,7 @@ class LanguageRelaunchInSession : public testing::SessionTest {
     const std::string bundle = "org.gnome.gedit";
     testing::ManualClock clock;
     testing::InlineWorkerPool workers;
-    std::unique_ptr<x11::XcbWindowListBackend> windows;
+    testing::ProbeWindowList windows;
     std::unique_ptr<x11::ProcProcessBackend> processes;
     std::unique_ptr<x11::LanguageOverrideStore> overrides;
     Environment env;
