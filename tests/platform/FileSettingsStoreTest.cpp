@@ -152,7 +152,7 @@ INSTANTIATE_TEST_SUITE_P(FileSettingsStore, UnreadableSettingsFile,
 TEST_F(FileSettingsStoreTest, KeysOfTheWrongTypeFallBackOneByOne) {
     fs::create_directories(file.parent_path());
     std::ofstream(file) << R"({"captureScope": "all", "countdownSeconds": "ten",
-                               "captureDark": false, "windowShadow": 0})";
+                               "captureDark": false, "windowShadow": "yes"})";
     FileSettingsStore store(file.string());
     EXPECT_FALSE(store.fileIsUnreadable());
     EXPECT_EQ(Preferences::captureScope(store), CaptureScope::allWindows);
