@@ -1,6 +1,6 @@
 #pragma once
-// The dialogs of a run on a terminal: no folder chooser (the save folder comes from a flag or
-// the settings), the one alert written to stderr, the file manager only when asked for.
+// The dialogs of a run on a terminal: no folder or picture chooser (the save folder comes from a
+// flag or the settings), the one alert written to stderr, the file manager only when asked for.
 
 #include <ostream>
 
@@ -14,6 +14,10 @@ class ConsoleDialogBackend final : public DialogBackend {
         : err_(err), revealFolders_(revealFolders) {}
 
     std::optional<std::string> chooseFolder(const std::string& message) override;
+    // Nobody to ask either: a background picture comes from --background-image.
+    std::optional<std::string> chooseImageFile(const std::vector<std::string>&) override {
+        return std::nullopt;
+    }
     void showAlert(const std::string& messageText, const std::string& informativeText,
                    AlertStyle style, const std::vector<std::string>& buttons) override;
     // xdg-open, detached, when --reveal asked for it; nothing otherwise.

@@ -37,7 +37,7 @@ ProgressPrinter::ProgressPrinter(CaptureProgressModel& model, std::ostream& out,
 }
 
 ProgressPrinter::~ProgressPrinter() {
-    model_.unsubscribe(subscription_);
+    subscription_.reset();
     finish();
 }
 

@@ -37,7 +37,7 @@ class ProgressPrinter {
     bool isTerminal_;
     std::function<bool()> showing_;
     std::size_t columns_;
-    CaptureProgressModel::SubscriptionId subscription_;
+    Subscription subscription_;
     std::string shown_;
     std::string idleStatus_;  // the status before the run, not shown again
     bool lineOpen_ = false;

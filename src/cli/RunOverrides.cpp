@@ -257,47 +257,41 @@ Expected<void, std::string> RunOverrides::applyTo(ContentView& view, std::ostrea
 }
 
 void RunOverrides::store(const ContentView& view, SettingsStore& settings) const {
-    namespace Keys = Preferences::Keys;
-    auto set = [&settings](std::string_view key, const Value& value) {
-        settings.setObject(value, std::string(key));
-    };
+    // Through the same writers as the window's controls, so each key has one writer.
+    namespace P = Preferences;
     if (!scope.empty())
-        set(Keys::captureScope, rawString(view.captureScope));
+        P::setCaptureScope(settings, view.captureScope);
     if (!sizePreset.empty())
-        Preferences::setWindowSizePreset(settings, view.sizePreset);
+        P::setWindowSizePreset(settings, view.sizePreset);
     if (!appearances.empty()) {
-        set(Keys::captureLight, view.enabledAppearances.count(AppearanceMode::light) > 0);
-        set(Keys::captureDark, view.enabledAppearances.count(AppearanceMode::dark) > 0);
+        P::setCaptureLight(settings, view.enabledAppearances.count(AppearanceMode::light) > 0);
+        P::setCaptureDark(settings, view.enabledAppearances.count(AppearanceMode::dark) > 0);
     }
     if (countdown)
-        set(Keys::countdownSeconds, view.countdownSeconds);
+        P::setCountdownSeconds(settings, view.countdownSeconds);
     if (countdownAfterRelaunch)
-        set(Keys::countdownAfterRelaunch, *countdownAfterRelaunch);
-    if (!languages.empty()) {
-        ValueArray codes;
-        for (const auto& language : view.languages)
-            codes.emplace_back(language.code);
-        set(Keys::languageCodes, std::move(codes));
-    }
+        P::setCountdownAfterRelaunch(settings, *countdownAfterRelaunch);
+    if (!languages.empty())
+        P::setLanguages(settings, view.languages);
     if (!canvas.empty()) {
-        set(Keys::outputSize, rawString(view.outputSize));
+        P::setOutputSize(settings, view.outputSize);
         if (view.outputSize == OutputSize::custom) {
-            set(Keys::customCanvasWidth, view.customCanvasWidth);
-            set(Keys::customCanvasHeight, view.customCanvasHeight);
+            P::setCustomCanvasWidth(settings, view.customCanvasWidth);
+            P::setCustomCanvasHeight(settings, view.customCanvasHeight);
         }
     }
     if (shadow)
-        set(Keys::windowShadow, view.windowShadow);
+        P::setWindowShadow(settings, view.windowShadow);
     if (!background.empty() || !backgroundColor.empty() || !backgroundImage.empty()) {
-        set(Keys::lightBackgroundKind, rawString(view.lightBackground.kind));
-        set(Keys::darkBackgroundKind, rawString(view.darkBackground.kind));
+        P::setBackgroundKind(settings, AppearanceMode::light, view.lightBackground.kind);
+        P::setBackgroundKind(settings, AppearanceMode::dark, view.darkBackground.kind);
     }
     if (!backgroundImage.empty()) {
-        Preferences::setURL(settings, view.lightBackground.url, Keys::lightBackgroundURL);
-        Preferences::setURL(settings, view.darkBackground.url, Keys::darkBackgroundURL);
+        P::setBackgroundURL(settings, AppearanceMode::light, view.lightBackground.url);
+        P::setBackgroundURL(settings, AppearanceMode::dark, view.darkBackground.url);
     }
     if (!saveFolder.empty()) {
-        Preferences::setURL(settings, absolutePath(saveFolder), Keys::saveFolderURL);
+        P::setSaveFolderURL(settings, absolutePath(saveFolder));
     }
 }
 

@@ -45,7 +45,7 @@ TEST_F(FullRunInSession, GeditInGermanAndFrenchIsSavedThenEverythingIsPutBack) {
     ASSERT_TRUE(darkBefore);
 
     std::vector<std::string> stages;
-    view.progress.subscribe([&](CaptureProgressModel::Field field) {
+    auto watching = view.progress.subscribe([&](CaptureProgressModel::Field field) {
         if (field == CaptureProgressModel::Field::captureStage)
             stages.push_back(view.progress.captureStage());
     });

@@ -62,7 +62,7 @@ class RunFaultsInSession : public testing::SessionTest {
         darkBefore = harness->env().appearance->readDarkMode();
         ASSERT_TRUE(darkBefore);
         bool struck = false;
-        view.progress.subscribe([&](CaptureProgressModel::Field field) {
+        auto watching = view.progress.subscribe([&](CaptureProgressModel::Field field) {
             if (field == CaptureProgressModel::Field::countdownRemaining && !struck &&
                 view.progress.countdownRemaining() == 2) {
                 struck = true;

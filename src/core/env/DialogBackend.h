@@ -1,6 +1,6 @@
 #pragma once
 // The few places where the system talks to the user outside the main window: the folder
-// chooser, the one alert (the summary of a multiple-windows run), showing a folder in the
+// chooser, the picture chooser of a background, the one alert (the summary of a multiple-windows run), showing a folder in the
 // file manager, and bringing this program to the front after a run.
 
 #include <optional>
@@ -18,6 +18,12 @@ class DialogBackend {
     // Asks for a folder (folders only, new ones may be created), modally. The chosen folder's
     // absolute path, or nothing when the user cancels.
     virtual std::optional<std::string> chooseFolder(const std::string& message) = 0;
+
+    // Asks for one picture file (no folders, no multiple selection), modally, offering the
+    // files whose extension (lower case, without the dot) is one of `extensions`. The chosen
+    // file's absolute path, or nothing when the user cancels.
+    virtual std::optional<std::string> chooseImageFile(
+        const std::vector<std::string>& extensions) = 0;
 
     // Shows an alert modally and returns once the user has answered.
     virtual void showAlert(const std::string& messageText, const std::string& informativeText,

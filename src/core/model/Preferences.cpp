@@ -86,10 +86,6 @@ WindowSizePreset windowSizePreset(const SettingsStore& store) {
     return fromRawValue<WindowSizePreset>(*text).value_or(WindowSizePreset::half);
 }
 
-void setWindowSizePreset(SettingsStore& store, WindowSizePreset preset) {
-    store.setObject(Value(rawString(preset)), keyText(Keys::windowSizePreset));
-}
-
 bool captureLight(const SettingsStore& store) {
     return readBool(store, Keys::captureLight, true);
 }
@@ -177,6 +173,53 @@ std::set<AppearanceMode> enabledAppearances(const SettingsStore& store) {
     if (modes.empty())
         modes = {AppearanceMode::light, AppearanceMode::dark};
     return modes;
+}
+
+void setCaptureScope(SettingsStore& store, CaptureScope scope) {
+    store.setObject(Value(rawString(scope)), keyText(Keys::captureScope));
+}
+void setWindowSizePreset(SettingsStore& store, WindowSizePreset preset) {
+    store.setObject(Value(rawString(preset)), keyText(Keys::windowSizePreset));
+}
+void setCaptureLight(SettingsStore& store, bool on) {
+    store.setBool(on, keyText(Keys::captureLight));
+}
+void setCaptureDark(SettingsStore& store, bool on) {
+    store.setBool(on, keyText(Keys::captureDark));
+}
+void setCountdownSeconds(SettingsStore& store, int seconds) {
+    store.setInteger(seconds, keyText(Keys::countdownSeconds));
+}
+void setCountdownAfterRelaunch(SettingsStore& store, bool on) {
+    store.setBool(on, keyText(Keys::countdownAfterRelaunch));
+}
+void setLanguages(SettingsStore& store, const std::vector<LanguageSelection>& languages) {
+    ValueArray codes;
+    for (const auto& language : languages)
+        codes.emplace_back(language.code);
+    store.setObject(Value(std::move(codes)), keyText(Keys::languageCodes));
+}
+void setOutputSize(SettingsStore& store, OutputSize size) {
+    store.setObject(Value(rawString(size)), keyText(Keys::outputSize));
+}
+void setCustomCanvasWidth(SettingsStore& store, int width) {
+    store.setInteger(width, keyText(Keys::customCanvasWidth));
+}
+void setCustomCanvasHeight(SettingsStore& store, int height) {
+    store.setInteger(height, keyText(Keys::customCanvasHeight));
+}
+void setWindowShadow(SettingsStore& store, bool on) {
+    store.setBool(on, keyText(Keys::windowShadow));
+}
+void setBackgroundKind(SettingsStore& store, AppearanceMode mode, BackgroundKind kind) {
+    store.setObject(Value(rawString(kind)), keyText(kindKey(mode)));
+}
+void setBackgroundURL(SettingsStore& store, AppearanceMode mode,
+                      const std::optional<std::string>& path) {
+    setURL(store, path, urlKey(mode));
+}
+void setSaveFolderURL(SettingsStore& store, const std::optional<std::string>& path) {
+    setURL(store, path, Keys::saveFolderURL);
 }
 
 Color defaultFillColor(AppearanceMode mode) {

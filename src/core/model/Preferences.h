@@ -50,14 +50,13 @@ inline constexpr std::string_view saveFolderURL = "saveFolderURL";
 // Read accessors. An absent value, or one of another type, gives the key's fallback.
 CaptureScope captureScope(const SettingsStore& store);          // only "all" is allWindows
 WindowSizePreset windowSizePreset(const SettingsStore& store);  // half
-void setWindowSizePreset(SettingsStore& store, WindowSizePreset preset);
-bool captureLight(const SettingsStore& store);            // true
-bool captureDark(const SettingsStore& store);             // true
-int countdownSeconds(const SettingsStore& store);         // 3
-bool countdownAfterRelaunch(const SettingsStore& store);  // false
-int customCanvasWidth(const SettingsStore& store);        // 1920
-int customCanvasHeight(const SettingsStore& store);       // 1200
-bool windowShadow(const SettingsStore& store);            // true
+bool captureLight(const SettingsStore& store);                  // true
+bool captureDark(const SettingsStore& store);                   // true
+int countdownSeconds(const SettingsStore& store);               // 3
+bool countdownAfterRelaunch(const SettingsStore& store);        // false
+int customCanvasWidth(const SettingsStore& store);              // 1920
+int customCanvasHeight(const SettingsStore& store);             // 1200
+bool windowShadow(const SettingsStore& store);                  // true
 BackgroundKind lightBackgroundKind(
     const SettingsStore& store);  // color unless "transparent"/"image"
 BackgroundKind darkBackgroundKind(const SettingsStore& store);
@@ -84,6 +83,26 @@ BackgroundKind backgroundKind(const SettingsStore& store, AppearanceMode mode);
 // bundle stops the program.
 BackgroundChoice background(const SettingsStore& store, AppearanceMode mode,
                             ResourceBundle& bundle);
+// Writers, one for each key that anything writes ("menuBarBackground" has none on purpose):
+// each stores the key's stored form, an enumeration as its raw value, numbers as integers.
+void setCaptureScope(SettingsStore& store, CaptureScope scope);
+void setWindowSizePreset(SettingsStore& store, WindowSizePreset preset);
+void setCaptureLight(SettingsStore& store, bool on);
+void setCaptureDark(SettingsStore& store, bool on);
+void setCountdownSeconds(SettingsStore& store, int seconds);
+void setCountdownAfterRelaunch(SettingsStore& store, bool on);
+// The codes in order; an empty list is stored as one, the key isn't removed.
+void setLanguages(SettingsStore& store, const std::vector<LanguageSelection>& languages);
+void setOutputSize(SettingsStore& store, OutputSize size);
+void setCustomCanvasWidth(SettingsStore& store, int width);
+void setCustomCanvasHeight(SettingsStore& store, int height);
+void setWindowShadow(SettingsStore& store, bool on);
+void setBackgroundKind(SettingsStore& store, AppearanceMode mode, BackgroundKind kind);
+// The picture's path, or the key removed when there is none.
+void setBackgroundURL(SettingsStore& store, AppearanceMode mode,
+                      const std::optional<std::string>& path);
+void setSaveFolderURL(SettingsStore& store, const std::optional<std::string>& path);
+
 // The fill colours every start gives; they aren't stored.
 Color defaultFillColor(AppearanceMode mode);
 

@@ -51,7 +51,7 @@ std::optional<std::string> LiveRunServices::saveFolderURL() {
 }
 
 void LiveRunServices::setSaveFolderURL(const std::string& path) {
-    Preferences::setURL(*env_.settings, path, saveFolderKey);
+    Preferences::setSaveFolderURL(*env_.settings, path);
 }
 
 std::string LiveRunServices::currentLanguageCode(const std::string& bundleID) {

@@ -22,7 +22,7 @@ void EventLog::watch(ManualClock& clock) {
 
 void EventLog::watch(CaptureProgressModel& progress) {
     using Field = CaptureProgressModel::Field;
-    progress.subscribe([this, &progress](Field field) {
+    watching_.push_back(progress.subscribe([this, &progress](Field field) {
         switch (field) {
             case Field::statusMessage:
                 add("status: " + progress.statusMessage());
@@ -40,7 +40,7 @@ void EventLog::watch(CaptureProgressModel& progress) {
                 add("total: " + std::to_string(progress.shotsTotal()));
                 break;
         }
-    });
+    }));
 }
 
 void LoggingWorkerPool::run(std::function<void()> job, std::function<void()> done) {

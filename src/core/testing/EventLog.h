@@ -28,6 +28,7 @@ class EventLog {
 
   private:
     std::vector<std::string> entries_;
+    std::vector<Subscription> watching_;
 };
 
 // "0.6s", "1s", "0.25s".

@@ -1,5 +1,6 @@
 #pragma once
-// Scripted dialogs: the folder the chooser answers with; every call is written to the log.
+// Scripted dialogs: the folder and the picture the choosers answer with; every call is written to
+// the log.
 
 #include <optional>
 #include <string>
@@ -18,6 +19,14 @@ class FakeDialogBackend : public DialogBackend {
         log_.add("chooseFolder " + message);
         return chosenFolder;
     }
+    std::optional<std::string> chooseImageFile(
+        const std::vector<std::string>& extensions) override {
+        std::string listed;
+        for (const auto& extension : extensions)
+            listed += " " + extension;
+        log_.add("chooseImageFile" + listed);
+        return chosenImage;
+    }
     void showAlert(const std::string& messageText, const std::string& informativeText,
                    AlertStyle style, const std::vector<std::string>& buttons) override {
         log_.add("alert " + messageText);
@@ -33,6 +42,7 @@ class FakeDialogBackend : public DialogBackend {
         std::vector<std::string> buttons;
     };
     std::optional<std::string> chosenFolder;
+    std::optional<std::string> chosenImage;
     std::vector<Alert> alerts;
 
   private:

@@ -1,7 +1,6 @@
 #include "ui/CaptureProgressModel.h"
 
 #include <utility>
-#include <vector>
 
 namespace zd {
 
@@ -28,27 +27,6 @@ void CaptureProgressModel::setShotsCompleted(int count) {
 void CaptureProgressModel::setShotsTotal(int count) {
     shotsTotal_ = count;
     publish(Field::shotsTotal);
-}
-
-CaptureProgressModel::SubscriptionId CaptureProgressModel::subscribe(
-    std::function<void(Field)> onChange) {
-    const SubscriptionId id = nextId_++;
-    subscribers_.emplace(id, std::move(onChange));
-    return id;
-}
-
-void CaptureProgressModel::unsubscribe(SubscriptionId id) {
-    subscribers_.erase(id);
-}
-
-void CaptureProgressModel::publish(Field field) {
-    // A subscriber may unsubscribe while being told; walk a copy.
-    std::vector<std::function<void(Field)>> current;
-    current.reserve(subscribers_.size());
-    for (const auto& [id, fn] : subscribers_)
-        current.push_back(fn);
-    for (const auto& fn : current)
-        fn(field);
 }
 
 }  // namespace zd

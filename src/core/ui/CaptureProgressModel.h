@@ -3,10 +3,10 @@
 // writes the five published fields on the UI thread; every write is announced to the
 // subscribers, also one that writes the value already held, the way an observable field does.
 
-#include <cstdint>
 #include <functional>
-#include <map>
 #include <string>
+
+#include "ui/ChangeNotices.h"
 
 namespace zd {
 
@@ -19,7 +19,6 @@ class CaptureProgressModel {
         shotsCompleted,
         shotsTotal
     };
-    using SubscriptionId = std::uint64_t;
 
     const std::string& statusMessage() const { return statusMessage_; }
     const std::string& captureStage() const { return captureStage_; }
@@ -33,9 +32,11 @@ class CaptureProgressModel {
     void setShotsCompleted(int count);
     void setShotsTotal(int count);
 
-    // Called after each write with the field written; the model is already updated.
-    SubscriptionId subscribe(std::function<void(Field)> onChange);
-    void unsubscribe(SubscriptionId id);
+    // Called after each write with the field written; the model is already updated. Ends
+    // with the handle.
+    [[nodiscard]] Subscription subscribe(std::function<void(Field)> onChange) {
+        return notifier_.subscribe(std::move(onChange));
+    }
 
     // What the panel's stop button does; not published.
     std::function<void()> onCancel;
@@ -46,10 +47,9 @@ class CaptureProgressModel {
     int countdownRemaining_ = 0;
     int shotsCompleted_ = 0;
     int shotsTotal_ = 0;
-    SubscriptionId nextId_ = 1;
-    std::map<SubscriptionId, std::function<void(Field)>> subscribers_;
+    Notifier<Field> notifier_;
 
-    void publish(Field field);
+    void publish(Field field) { notifier_.announce(field); }
 };
 
 }  // namespace zd

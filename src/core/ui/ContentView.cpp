@@ -52,6 +52,12 @@ ContentView::ContentView(Environment& env, RunServices& services,
       env_(env),
       services_(services) {
     menuBar.hasBackground = settings.menuBarHasBackground;
+    progressForward_ = progress.subscribe(
+        [this](CaptureProgressModel::Field) { notices.announce(ViewChange::progress); });
+}
+
+ContentView::~ContentView() {
+    stopIdleTimer();
 }
 
 std::vector<PlanEntry> ContentView::planEntries() const {
@@ -173,18 +179,27 @@ void ContentView::restoreSourceSelectionWithRetry(const std::optional<std::strin
 
 void ContentView::restoreAttempt(std::optional<std::string> bundleID,
                                  std::optional<std::string> appName, Nanos deadline) {
+    const auto targetsBefore = targets;
+    const auto selectedBefore = selectedTargetID;
+    auto announce = [&] {
+        announceListsAndSelection(targetsBefore, compositeWindows, availableSpaces, selectedBefore,
+                                  selectedSpaceID);
+    };
     targets = services_.currentTargets();
     if (auto found = SourceSelection::findApplication(targets, bundleID, appName)) {
         selectedTargetID = found;
+        announce();
         return;
     }
     if (clock().now() < deadline) {
+        announce();
         clock().callAfter(std::chrono::milliseconds(250),
                           [this, bundleID = std::move(bundleID), appName = std::move(appName),
                            deadline] { restoreAttempt(bundleID, appName, deadline); });
         return;
     }
     selectedTargetID = SourceSelection::keptSelection(targets, selectedTargetID);
+    announce();
 }
 
 void ContentView::chooseSaveFolder() {

@@ -1,10 +1,16 @@
 #pragma once
 // The main window's state owner: every setting and every piece of run state as plain fields,
-// the shot plan derived from them, and the capture run with its failure reporting. The Qt
-// window observes it and the command line drives it; both run the very same run. All of it
-// lives on the UI thread.
+// the shot plan derived from them, the actions of the window's controls, and the capture run
+// with its failure reporting. The Qt window observes it and the command line drives it; both
+// run the very same run. All of it lives on the UI thread.
+//
+// A face reads the fields and changes them through the actions below, which announce the
+// change (see ChangeNotices) and write what the control persists; the run announces its own
+// writes. A field written directly is not announced: that is for the command line's overrides
+// before a run, and for tests.
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
@@ -35,6 +41,7 @@
 #include "run/Task.h"
 #include "store/Store.h"
 #include "ui/CaptureProgressModel.h"
+#include "ui/ChangeNotices.h"
 #include "ui/PlanEntry.h"
 
 namespace zd {
@@ -48,6 +55,7 @@ class ContentView {
                 const Preferences::LoadedSettings& settings = {});
     ContentView(const ContentView&) = delete;
     ContentView& operator=(const ContentView&) = delete;
+    ~ContentView();
 
     // --- State, in the window's order
     std::vector<CaptureTarget> targets;
@@ -92,6 +100,86 @@ class ContentView {
     Store store = Store::macAppStore;
     // Where the Flathub export's screenshots.xml says its images will be published.
     std::string screenshotBaseURL;
+
+    // --- Change notices. Each group is announced after the write, once per action; a reload
+    // announces `lists` only when a list really changed. Writes to `progress` come as
+    // `progress`.
+    ChangeNotices notices;
+    [[nodiscard]] Subscription subscribe(ViewChange group, std::function<void()> onChange) {
+        return notices.subscribe(group, std::move(onChange));
+    }
+
+    // --- Actions of the controls. Each changes the state and announces its group (settings,
+    // unless told); those that persist write their keys through Preferences, and no others.
+    // A scope tile: writes "captureScope" only; the selection and all else stay.
+    void setCaptureScope(CaptureScope scope);
+    // A size preset tile: writes "windowSizePreset".
+    void setSizePreset(WindowSizePreset preset);
+    // An appearance tile: adds or removes the mode, but the last enabled one stays; writes
+    // "captureLight" and "captureDark" in every case.
+    void toggleAppearance(AppearanceMode mode);
+    // The language menu and the chips. Both run after the event that caused them (posted to
+    // the UI thread). Adding skips a code already listed and appends; removing drops every
+    // entry with the code. Each writes the whole list to "languageCodes", empty included.
+    void addLanguage(LanguageSelection selection);
+    void removeLanguage(LanguageSelection selection);
+    // The canvas picker: writes "outputSize".
+    void setOutputSize(OutputSize size);
+    // The custom size fields: typing changes the state only, the field's commit writes
+    // "customCanvasWidth" / "customCanvasHeight". Nothing is clamped here.
+    void setCustomCanvasWidth(int width);
+    void setCustomCanvasHeight(int height);
+    void commitCustomCanvasWidth();
+    void commitCustomCanvasHeight();
+    // The "Window shadow" toggle: writes "windowShadow".
+    void setWindowShadow(bool on);
+    // A background block's kind tiles: writes "lightBackgroundKind" / "darkBackgroundKind".
+    void setBackgroundKind(AppearanceMode mode, BackgroundKind kind);
+    // A background block's picture, chosen, dropped or cleared (nothing): writes or removes
+    // "lightBackgroundURL" / "darkBackgroundURL". The kind stays as it is.
+    void setBackgroundURL(AppearanceMode mode, std::optional<std::string> path);
+    // The colour well: not stored, every start gives the default colours.
+    void setBackgroundFillColor(AppearanceMode mode, Color color);
+    // The "Choose image…" button: asks the picture chooser; cancelling changes nothing.
+    void chooseBackgroundImage(AppearanceMode mode);
+    // A drop on a background block, as URL texts in the drop's order: false for an empty
+    // drop, else true; the first entry, if it is a local file, becomes the picture.
+    bool handleDrop(AppearanceMode mode, const std::vector<std::string>& urls);
+    // The countdown menu: write "countdownSeconds" / "countdownAfterRelaunch".
+    void setCountdownSeconds(int seconds);
+    void setCountdownAfterRelaunch(bool on);
+    // The menu bar section's controls: not stored.
+    void setMenuBar(MenuBarConfig config);
+    // The actions bar's variant field (settings) and destination menu (lastRun): not stored.
+    void setVariantName(std::string name);
+    void setDestinationMode(DestinationMode mode);
+    void setShowingWindowsPopover(bool showing);
+    // The source picker (selection): restarts refreshTargetLanguage when the id changes.
+    void setSelectedTargetID(std::optional<std::uint32_t> id);
+    // The Space picker (selection): reloads the three lists.
+    void setSelectedSpaceID(std::uint64_t id);
+    // A row's tick and the drag of a row in the windows popover (lists).
+    void setCompositeWindowEnabled(std::uint32_t id, bool enabled);
+    void moveCompositeWindow(std::size_t from, std::size_t to);
+
+    // --- Keeping the window current
+    // The window came on screen: the three lists, the cancel callback of the progress model,
+    // and the target's language.
+    void onAppear();
+    // The application became active or the window became key: the three lists, unless a run
+    // is going on.
+    void onActivated();
+    // One tick of the idle refresh: targets and composite windows, only while the application
+    // is active and no run is going on.
+    void idleTick(bool applicationIsActive);
+    // Ticks every second on the clock until stopped (or the view ends), asking each time
+    // whether the application is active.
+    void startIdleTimer(std::function<bool()> applicationIsActive);
+    void stopIdleTimer();
+    // Reads the selected target's current language on a worker into targetCurrentLangCode
+    // (selection): "" at once without a target or application identity; an answer that
+    // arrives after the selection changed again is dropped.
+    void refreshTargetLanguage();
 
     // --- The shot plan (computed on demand, changes nothing)
     std::vector<PlanEntry> planEntries() const;
@@ -160,7 +248,31 @@ class ContentView {
     std::uint64_t cleanUps_ = 0;  // lets takeShots tell a run that already ended
     mutable std::unique_ptr<Placeholders> placeholders_;  // made on first use
 
+    std::shared_ptr<int> alive_ = std::make_shared<int>(0);  // expires with the view
+    Subscription progressForward_;
+    std::optional<Clock::TimerId> idleTimer_;
+    std::function<bool()> applicationIsActive_;
+    std::uint64_t languageReads_ = 0;  // the latest read of the target's language
+
     Clock& clock() const { return *env_.clock; }
+    // `fn`, made to do nothing once the view has gone (for timers, posts and workers).
+    template <class F>
+    std::function<void()> guarded(F fn) {
+        return [alive = std::weak_ptr<int>(alive_), fn = std::move(fn)]() mutable {
+            if (!alive.expired())
+                fn();
+        };
+    }
+    void setPulseRevealButton(bool on);
+    void scheduleIdleTick();
+    void setTargetCurrentLangCode(std::string code);
+    void persist(const std::function<void(SettingsStore&)>& write);
+    // Announces what a reload or a restore changed, given the state before it.
+    void announceListsAndSelection(const std::vector<CaptureTarget>& targetsBefore,
+                                   const std::vector<CompositeEntry>& rowsBefore,
+                                   const std::vector<Spaces::Info>& spacesBefore,
+                                   std::optional<std::uint32_t> selectedBefore,
+                                   std::uint64_t spaceBefore);
     std::optional<CaptureTarget> allWindowsFallbackTarget();
     Task<void> readMenuBar(const CaptureTarget& target);
     Task<Expected<Image, CaptureFailure>> captureOne(

@@ -41,8 +41,10 @@ void ContentView::takeShots() {
     const auto cleanUpsBefore = cleanUps_;
     TaskHandle handle = spawn(runFullCapture());
     // A run that already passed its clean-up while starting has nothing left to cancel.
-    if (cleanUps_ == cleanUpsBefore)
+    if (cleanUps_ == cleanUpsBefore) {
         captureTask = handle;
+        notices.announce(ViewChange::runState);
+    }
 }
 
 std::optional<CaptureTarget> ContentView::allWindowsFallbackTarget() {
@@ -102,6 +104,7 @@ Task<void> ContentView::runFullCapture() {
 
     isWorking = true;
     notFollowingDark.clear();
+    notices.announce(ViewChange::runState);
     progress.setShotsCompleted(0);
     progress.setShotsTotal(plannedShotCount());
     progress.setCaptureStage("");
@@ -239,10 +242,11 @@ Task<void> ContentView::runFullCapture() {
         showAllWindowsCaptureSummary();
     lastRunRoot = runRoot;
     destinationMode = DestinationMode::group;
+    notices.announce(ViewChange::lastRun);
     if (env_.dialogs)
         env_.dialogs->activateThisProgram();
-    pulseRevealButton = true;
-    clock().callAfter(milliseconds(1600), [this] { pulseRevealButton = false; });
+    setPulseRevealButton(true);
+    clock().callAfter(milliseconds(1600), guarded([this] { setPulseRevealButton(false); }));
     cleanUp(restore);
 }
 
@@ -281,6 +285,7 @@ Task<void> ContentView::readMenuBar(const CaptureTarget& target) {
         detectedMenuTitles = std::move(titles);
     if (kept)
         capturedMenuBarImage = std::move(kept->image);
+    notices.announce(ViewChange::lastRun);
 }
 
 void ContentView::failWalk(const RunError& error, int collected) {
@@ -299,6 +304,7 @@ void ContentView::cleanUp(const RunRestore& restore) {
     progress.setCaptureStage("");
     captureTask.reset();
     ++cleanUps_;
+    notices.announce(ViewChange::runState);
     if (restore.revertBundleID && !languages.empty()) {
         // Detached: the run ends now; the revert and the search for the window follow.
         revertingLanguage = true;
