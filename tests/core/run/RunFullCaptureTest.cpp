@@ -105,6 +105,8 @@ TEST_F(RunFixture, TypicalRunTwoLanguagesBothAppearancesInExactOrder) {
         // Detached, after the run has ended.
         "revertToOriginalLanguage com.example.notes",
         "currentTargets",
+        // The selection found again: the target's own language is read anew.
+        "currentLanguageCode com.example.notes (worker)",
     };
     EXPECT_EQ(log.entries(), expected);
     EXPECT_EQ(savedAt, 7800ms);

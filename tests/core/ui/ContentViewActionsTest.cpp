@@ -28,10 +28,10 @@ std::string text(const Value& value) {
         return std::to_string(*number);
     if (const auto* string = value.asString())
         return *string;
-    std::string list = "[";
+    std::string list;
     for (const auto& element : *value.asArray())
-        list += (list.size() > 1 ? "," : "") + text(element);
-    return list + "]";
+        list += (list.empty() ? "" : ",") + text(element);
+    return "[" + list + "]";
 }
 
 // Every write as "key=value", every removal as "-key".
@@ -39,31 +39,27 @@ class RecordingStore : public InMemorySettingsStore {
   public:
     void setObject(const Value& value, const std::string& key) override {
         writes.push_back(key + "=" + text(value));
-        InMemorySettingsStore::setObject(value, key);
     }
-    void removeObjectForKey(const std::string& key) override {
-        writes.push_back("-" + key);
-        InMemorySettingsStore::removeObjectForKey(key);
-    }
+    void removeObjectForKey(const std::string& key) override { writes.push_back("-" + key); }
     Strings writes;
 };
 
-class Actions : public ::testing::Test {
+struct ActionCase {
+    const char* name;
+    std::function<void(ContentView&)> action;
+    Strings writes;
+    std::vector<ViewChange> notices{ViewChange::settings};
+};
+
+class Actions : public ::testing::TestWithParam<ActionCase> {
   protected:
     Actions() {
         env.clock = &clock;
         env.settings = &store;
         env.dialogs = &dialogs;
-        view.languages = {de};
+        view.languages = {de, fr, de};  // a duplicate, as a store may hold one
+        view.enabledAppearances = {dark};
     }
-    // Runs the action and what it posted; gives the writes and the notices it caused.
-    void act(const std::function<void(ContentView&)>& action) {
-        store.writes.clear();
-        heard.clear();
-        action(view);
-        clock.runPosted();
-    }
-
     EventLog log;
     ManualClock clock;
     RecordingStore store;
@@ -75,148 +71,135 @@ class Actions : public ::testing::Test {
     Subscription listening = view.notices.subscribe([this](ViewChange c) { heard.push_back(c); });
 };
 
-struct WriteCase {
-    const char* name;
-    std::function<void(ContentView&)> action;
-    Strings writes;
-};
-
-class ActionWrites : public Actions, public ::testing::WithParamInterface<WriteCase> {};
-
-TEST_P(ActionWrites, WritesOnlyItsOwnKeysAndAnnouncesSettings) {
-    act(GetParam().action);
+TEST_P(Actions, WriteOnlyTheirOwnKeysAndAnnounce) {
+    GetParam().action(view);
+    clock.runPosted();  // the language actions run after the event
     EXPECT_EQ(store.writes, GetParam().writes);
-    EXPECT_EQ(heard, (std::vector<ViewChange>{ViewChange::settings}));
+    EXPECT_EQ(heard, GetParam().notices);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    EveryControl, ActionWrites,
+    EveryControl, Actions,
     ::testing::Values(
-        WriteCase{"scope",
-                  [](ContentView& v) { v.setCaptureScope(CaptureScope::allWindows); },
-                  {"captureScope=all"}},
-        WriteCase{"sizePreset",
-                  [](ContentView& v) { v.setSizePreset(WindowSizePreset::full); },
-                  {"windowSizePreset=full"}},
-        WriteCase{"toggleOff",
-                  [](ContentView& v) { v.toggleAppearance(light); },
-                  {"captureLight=false", "captureDark=true"}},
-        WriteCase{
-            "addLanguage", [](ContentView& v) { v.addLanguage(fr); }, {"languageCodes=[de,fr]"}},
-        WriteCase{"removeLast",
-                  [](ContentView& v) { v.removeLanguage(de); },
-                  {"languageCodes=[]"}},  // an empty list, not a removed key
-        WriteCase{"canvas",
-                  [](ContentView& v) { v.setOutputSize(OutputSize::custom); },
-                  {"outputSize=Custom\u2026"}},
-        WriteCase{"typingWidth", [](ContentView& v) { v.setCustomCanvasWidth(0); }, {}},
-        WriteCase{"typingHeight", [](ContentView& v) { v.setCustomCanvasHeight(-5); }, {}},
-        WriteCase{
+        ActionCase{"scope",
+                   [](ContentView& v) { v.setCaptureScope(CaptureScope::allWindows); },
+                   {"captureScope=all"}},
+        ActionCase{"sizePreset",
+                   [](ContentView& v) { v.setSizePreset(WindowSizePreset::full); },
+                   {"windowSizePreset=full"}},
+        ActionCase{"lastAppearanceStays",
+                   [](ContentView& v) { v.toggleAppearance(dark); },
+                   {"captureLight=false", "captureDark=true"}},
+        ActionCase{
+            "appearanceOnAndOff",
+            [](ContentView& v) {
+                v.toggleAppearance(light);
+                v.toggleAppearance(dark);
+            },
+            {"captureLight=true", "captureDark=true", "captureLight=true", "captureDark=false"},
+            {ViewChange::settings, ViewChange::settings}},
+        ActionCase{"addLanguage",
+                   [](ContentView& v) {
+                       v.addLanguage({"ja", "Japanese"});
+                   },
+                   {"languageCodes=[de,fr,de,ja]"}},
+        ActionCase{"addListedCode",
+                   [](ContentView& v) {
+                       v.addLanguage({"fr", "Other"});
+                   },
+                   {},
+                   {}},
+        ActionCase{"removeEveryEntryOfACode",
+                   [](ContentView& v) { v.removeLanguage(de); },
+                   {"languageCodes=[fr]"}},
+        ActionCase{"removeAll",
+                   [](ContentView& v) {
+                       v.languages = {de};
+                       v.removeLanguage(de);
+                   },
+                   {"languageCodes=[]"}},  // an empty list, not a removed key
+        ActionCase{"canvas",
+                   [](ContentView& v) { v.setOutputSize(OutputSize::mas1440); },
+                   {"outputSize=1440 \u00d7 900"}},
+        ActionCase{"typingOnly",
+                   [](ContentView& v) {
+                       v.setCustomCanvasWidth(0);
+                       v.setCustomCanvasHeight(-3);
+                   },
+                   {},
+                   {ViewChange::settings, ViewChange::settings}},
+        ActionCase{"commitsUnclamped",
+                   [](ContentView& v) {
+                       v.customCanvasWidth = 0;
+                       v.customCanvasHeight = -3;
+                       v.commitCustomCanvasWidth();
+                       v.commitCustomCanvasHeight();
+                   },
+                   {"customCanvasWidth=0", "customCanvasHeight=-3"},
+                   {}},
+        ActionCase{
             "shadow", [](ContentView& v) { v.setWindowShadow(false); }, {"windowShadow=false"}},
-        WriteCase{"darkKind",
-                  [](ContentView& v) { v.setBackgroundKind(dark, BackgroundKind::transparent); },
-                  {"darkBackgroundKind=transparent"}},
-        WriteCase{"lightPicture",
-                  [](ContentView& v) { v.setBackgroundURL(light, "/p/a.png"); },
-                  {"lightBackgroundURL=/p/a.png"}},
-        WriteCase{"clearPicture",
-                  [](ContentView& v) { v.setBackgroundURL(dark, std::nullopt); },
-                  {"-darkBackgroundURL"}},
-        WriteCase{"fillColor", [](ContentView& v) { v.setBackgroundFillColor(light, {}); }, {}},
-        WriteCase{"countdown",
-                  [](ContentView& v) { v.setCountdownSeconds(10); },
-                  {"countdownSeconds=10"}},
-        WriteCase{"repeat",
-                  [](ContentView& v) { v.setCountdownAfterRelaunch(true); },
-                  {"countdownAfterRelaunch=true"}},
-        WriteCase{"menuBar", [](ContentView& v) { v.setMenuBar({}); }, {}},
-        WriteCase{"variant", [](ContentView& v) { v.setVariantName("x"); }, {}}),
+        ActionCase{"kind",
+                   [](ContentView& v) { v.setBackgroundKind(dark, BackgroundKind::transparent); },
+                   {"darkBackgroundKind=transparent"}},
+        ActionCase{"picture",
+                   [](ContentView& v) { v.setBackgroundURL(light, "/p/a.png"); },
+                   {"lightBackgroundURL=/p/a.png"}},
+        ActionCase{"clearPicture",
+                   [](ContentView& v) { v.setBackgroundURL(dark, std::nullopt); },
+                   {"-darkBackgroundURL"}},
+        ActionCase{
+            "chooserCancelled", [](ContentView& v) { v.chooseBackgroundImage(dark); }, {}, {}},
+        ActionCase{"dropOfNoFile",
+                   [](ContentView& v) { EXPECT_TRUE(v.handleDrop(dark, {"https://h/a.png"})); },
+                   {},
+                   {}},
+        ActionCase{"dropUsesTheFirst",
+                   [](ContentView& v) {
+                       EXPECT_FALSE(v.handleDrop(light, {}));
+                       EXPECT_TRUE(v.handleDrop(light, {"file:///a/b%20c.png", "file:///d"}));
+                   },
+                   {"lightBackgroundURL=/a/b c.png"}},
+        ActionCase{"countdown",
+                   [](ContentView& v) { v.setCountdownSeconds(10); },
+                   {"countdownSeconds=10"}},
+        ActionCase{"repeat",
+                   [](ContentView& v) { v.setCountdownAfterRelaunch(true); },
+                   {"countdownAfterRelaunch=true"}},
+        ActionCase{"unstored",
+                   [](ContentView& v) {
+                       v.setBackgroundFillColor(light, {});
+                       v.setMenuBar({});
+                       v.setVariantName("x");
+                       v.setShowingWindowsPopover(true);
+                       v.setDestinationMode(DestinationMode::group);
+                   },
+                   {},
+                   {ViewChange::settings, ViewChange::settings, ViewChange::settings,
+                    ViewChange::settings, ViewChange::lastRun}}),
     [](const auto& param) { return std::string(param.param.name); });
 
-TEST_F(Actions, LastAppearanceStaysOnButBothKeysAreWritten) {
-    view.enabledAppearances = {dark};
-    act([](ContentView& v) { v.toggleAppearance(dark); });
-    EXPECT_EQ(view.enabledAppearances, (std::set<AppearanceMode>{dark}));
-    EXPECT_EQ(store.writes, (Strings{"captureLight=false", "captureDark=true"}));
-    act([](ContentView& v) { v.toggleAppearance(light); });
-    EXPECT_EQ(view.enabledAppearances, (std::set<AppearanceMode>{light, dark}));
-}
-
-TEST_F(Actions, LanguagesChangeAfterTheEventWithoutDuplicatesAndAllOfACodeGoes) {
-    view.addLanguage(fr);
-    EXPECT_EQ(view.languages.size(), 1U);  // not yet: after the event that caused it
-    clock.runPosted();
-    act([](ContentView& v) { v.addLanguage({"fr", "Other label"}); });
-    EXPECT_TRUE(store.writes.empty());
-    EXPECT_TRUE(heard.empty());
-    view.languages = {de, fr, de};  // a duplicate that came from the store
-    act([](ContentView& v) { v.removeLanguage(de); });
-    ASSERT_EQ(view.languages.size(), 1U);
-    EXPECT_EQ(view.languages[0].code, "fr");
-    EXPECT_EQ(store.writes, (Strings{"languageCodes=[fr]"}));
-}
-
-TEST_F(Actions, CustomSizeIsWrittenOnlyByTheCommitUnclamped) {
-    act([](ContentView& v) {
-        v.setCustomCanvasWidth(0);
-        v.setCustomCanvasHeight(-3);
-        v.commitCustomCanvasWidth();
-        v.commitCustomCanvasHeight();
-    });
-    EXPECT_EQ(store.writes, (Strings{"customCanvasWidth=0", "customCanvasHeight=-3"}));
-    EXPECT_TRUE(heard.size() == 2);  // the typing; a commit changes no state
-}
-
-TEST_F(Actions, ScopeSwitchKeepsSelectionAndPreset) {
-    view.selectedTargetID = 7;
-    view.sizePreset = WindowSizePreset::threeQ;
-    act([](ContentView& v) {
-        v.setCaptureScope(CaptureScope::allWindows);
-        v.setCaptureScope(CaptureScope::singleWindow);
-    });
-    EXPECT_EQ(view.selectedTargetID, 7U);
-    EXPECT_EQ(view.sizePreset, WindowSizePreset::threeQ);
-}
-
-TEST_F(Actions, PictureChooserAndDropSetThePictureAndLeaveTheKind) {
+TEST_F(Actions, ChosenPictureKeepsTheKindAndRowsReorder) {
     view.darkBackground.kind = BackgroundKind::image;
-    act([](ContentView& v) { v.chooseBackgroundImage(dark); });  // cancelled
-    EXPECT_TRUE(store.writes.empty());
-    EXPECT_EQ(log.entries().back(), "chooseImageFile png jpg jpeg tif tiff webp bmp gif heic");
-
     dialogs.chosenImage = "/pics/b.webp";
-    act([](ContentView& v) { v.chooseBackgroundImage(dark); });
+    view.chooseBackgroundImage(dark);
+    EXPECT_EQ(log.entries().back(), "chooseImageFile png jpg jpeg tif tiff webp bmp gif heic");
     EXPECT_EQ(view.darkBackground.url, "/pics/b.webp");
     EXPECT_EQ(view.darkBackground.kind, BackgroundKind::image);
     EXPECT_EQ(store.writes, (Strings{"darkBackgroundURL=/pics/b.webp"}));
 
-    EXPECT_FALSE(view.handleDrop(light, {}));
-    store.writes.clear();
-    EXPECT_TRUE(view.handleDrop(light, {"https://example.com/a.png"}));  // no file: nothing
-    EXPECT_TRUE(store.writes.empty());
-    EXPECT_TRUE(view.handleDrop(light, {"file:///a/My%20Pic.png", "file:///b.png", "c"}));
-    EXPECT_EQ(store.writes, (Strings{"lightBackgroundURL=/a/My Pic.png"}));
-}
-
-TEST_F(Actions, NoticesOfTheOtherControls) {
     view.compositeWindows = {{1, "A", "", true}, {2, "B", "", true}, {3, "C", "", false}};
-    act([](ContentView& v) {
-        v.setCompositeWindowEnabled(2, false);
-        v.moveCompositeWindow(2, 0);
-        v.moveCompositeWindow(0, 1);
-        v.moveCompositeWindow(0, 3);  // out of range: nothing
-        v.setDestinationMode(DestinationMode::newDestination);
-        v.setShowingWindowsPopover(true);
-    });
-    EXPECT_EQ(heard,
-              (std::vector<ViewChange>{ViewChange::lists, ViewChange::lists, ViewChange::lists,
-                                       ViewChange::lastRun, ViewChange::settings}));
+    heard.clear();
+    view.setCompositeWindowEnabled(2, false);
+    view.moveCompositeWindow(2, 0);
+    view.moveCompositeWindow(0, 1);
+    view.moveCompositeWindow(0, 3);  // out of range: nothing
     std::vector<std::uint32_t> order;
     for (const auto& row : view.compositeWindows)
         order.push_back(row.id);
     EXPECT_EQ(order, (std::vector<std::uint32_t>{1, 3, 2}));
     EXPECT_FALSE(view.compositeWindows[2].enabled);
-    EXPECT_TRUE(store.writes.empty());
+    EXPECT_EQ(heard, std::vector<ViewChange>(3, ViewChange::lists));
 }
 
 }  // namespace
