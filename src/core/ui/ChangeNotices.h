@@ -18,7 +18,8 @@ namespace zd {
 enum class ViewChange {
     lists,        // targets, availableSpaces, compositeWindows (rows, ticks, order)
     selection,    // selectedTargetID, selectedSpaceID, targetCurrentLangCode
-    settings,     // every persisted setting, the menu bar, variantName, showingWindowsPopover
+    settings,     // every persisted setting (the save folder too), the menu bar, variantName,
+                  // showingWindowsPopover
     runState,     // isWorking, captureTask
     lastRun,      // lastRunRoot, destinationMode, detectedMenuTitles, capturedMenuBarImage
     revealPulse,  // pulseRevealButton

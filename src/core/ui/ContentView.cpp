@@ -209,6 +209,7 @@ void ContentView::chooseSaveFolder() {
     if (!folder || folder->empty())
         return;
     services_.setSaveFolderURL(*folder);
+    notices.announce(ViewChange::settings);  // the save folder button shows its name
     progress.setStatusMessage(RunTexts::saveFolderChosen(*folder));
 }
 
