@@ -72,6 +72,7 @@ TEST(WindowTexts, FirstLocalFileOfADrop) {
     EXPECT_EQ(firstLocalFile({}), std::nullopt);
     EXPECT_EQ(firstLocalFile(Drop{"file:///a/b%20c.png", "file:///d.png"}), "/a/b c.png");
     EXPECT_EQ(firstLocalFile(Drop{"file://localhost/x.jpg"}), "/x.jpg");
+    EXPECT_EQ(firstLocalFile(Drop{"file:///a%2Fb%2f%39"}), "/a/b/9");
     EXPECT_EQ(firstLocalFile(Drop{"https://h/x.png", "file:///d.png"}), std::nullopt);
     EXPECT_EQ(firstLocalFile(Drop{"file://host/x.png"}), std::nullopt);
     EXPECT_EQ(firstLocalFile(Drop{"file:///100%"}), "/100%");
