@@ -82,8 +82,7 @@ CaptureProgressView::~CaptureProgressView() {
 }
 
 void CaptureProgressView::setModel(CaptureProgressModel* model) {
-    if (model_)
-        model_->unsubscribe(subscription_);
+    subscription_.reset();
     model_ = model;
     if (model_)
         subscription_ = model_->subscribe([this](CaptureProgressModel::Field) { refresh(); });

@@ -38,7 +38,7 @@ class CaptureProgressView : public QWidget {
     void refresh();
 
     CaptureProgressModel* model_ = nullptr;
-    CaptureProgressModel::SubscriptionId subscription_ = 0;
+    Subscription subscription_;  // ends with the view
     NewsreelCountdown* countdown_;
     BusySpinner* spinner_;
     ElidedLabel* headline_;

@@ -46,11 +46,10 @@ std::optional<std::string> AppKitDialogBackend::chooseFolder(const std::string& 
     }
 }
 
-std::optional<std::string> AppKitDialogBackend::chooseImageFile(const std::string& message) {
+std::optional<std::string> AppKitDialogBackend::chooseImageFile(
+    const std::vector<std::string>& /*extensions*/) {
     @autoreleasepool {
         NSOpenPanel* panel = [NSOpenPanel openPanel];
-        if (!message.empty())
-            panel.message = stringOf(message);
         panel.allowedContentTypes = @[ UTTypePNG, UTTypeJPEG, UTTypeHEIC, UTTypeTIFF, UTTypeImage ];
         panel.allowsMultipleSelection = NO;
         panel.canChooseDirectories = NO;
