@@ -1,26 +1,35 @@
 // Zephyrdock, the application: the main window over the shared capture run.
 #include <QApplication>
-#include <QLabel>
 #include <QStyleFactory>
+
+#include <iostream>
 
 #include "common/PlatformEnvironment.h"
 #include "controls/AppPalette.h"
 #include "env/Environment.h"
+#include "shell/ZephyrdockApp.h"
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setApplicationName("Zephyrdock");
+    QApplication::setApplicationVersion(ZD_VERSION);
+    QGuiApplication::setDesktopFileName("app.zephyrdock.Zephyrdock");
+    // The main window's close ends the program (see ZephyrdockApp), not the last window.
+    QApplication::setQuitOnLastWindowClosed(false);
     // Our own palette on a plain style, so a dark desktop gets a dark Zephyrdock.
     QApplication::setStyle(QStyleFactory::create("Fusion"));
-    bool dark = false;
-    if (auto platform = zd::PlatformEnvironment::create({})) {
+    zd::app::ZephyrdockApp zephyrdock;
+    zd::app::ZephyrdockApp::Options options;
+    if (const char* settings = std::getenv("ZEPHYRDOCK_SETTINGS"))
+        options.settingsPath = settings;
+    // The palette before the first widget, from the desktop's own setting.
+    if (auto platform = zd::PlatformEnvironment::create({options.settingsPath})) {
         if (auto* appearance = (*platform)->environment().appearance)
-            dark = zd::app::desktopIsDark(*appearance);
+            QApplication::setPalette(zd::app::appPalette(zd::app::desktopIsDark(*appearance)));
     }
-    QApplication::setPalette(zd::app::appPalette(dark));
-    QLabel window("Zephyrdock");
-    window.setWindowTitle("Zephyrdock");
-    window.resize(640, 400);
-    window.show();
+    if (auto failure = zephyrdock.start(options)) {
+        std::cerr << "Zephyrdock: " << *failure << '\n';
+        return 1;
+    }
     return QApplication::exec();
 }

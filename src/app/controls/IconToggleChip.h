@@ -17,6 +17,13 @@ class IconToggleChip : public SelectableTile {
 
     void setOn(bool on) { setSelected(on); }
     bool isOn() const { return isSelected(); }
+    // The battery's chip follows the charge.
+    void setSymbol(std::string symbol) {
+        if (symbol != symbol_) {
+            symbol_ = std::move(symbol);
+            update();
+        }
+    }
     std::function<void(bool)> onChange;
 
   protected:
