@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <QPainter>
 #include <QPushButton>
+#include <QShortcut>
 #include <QToolButton>
 #include <QVariantAnimation>
 
@@ -70,6 +71,7 @@ ActionsBar::ActionsBar(ContentView& view, Environment& env, QWidget* parent)
       countdown_(new QToolButton(this)),
       repeat_(nullptr),
       take_(new QPushButton(this)),
+      takeShortcut_(nullptr),
       reveal_(new RevealButton(this)) {
     setAutoFillBackground(true);
     auto* row = new QHBoxLayout(this);
@@ -126,7 +128,12 @@ ActionsBar::ActionsBar(ContentView& view, Environment& env, QWidget* parent)
     countdown_->setFont(countdownFont);
     row->addWidget(countdown_);
 
-    take_->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C));
+    takeShortcut_ = new QShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C), this);
+    takeShortcut_->setContext(Qt::WindowShortcut);
+    connect(takeShortcut_, &QShortcut::activated, this, [this] {
+        if (take_->isEnabled())
+            take_->click();
+    });
     take_->setIcon(symbolIcon("camera.viewfinder", 18, Qt::white));
     take_->setFont(uiFont(15, true));
     take_->setMinimumSize(200, 36);

@@ -13,6 +13,7 @@ class QAction;
 class QLineEdit;
 class QMenu;
 class QPushButton;
+class QShortcut;
 class QToolButton;
 class QVariantAnimation;
 
@@ -46,6 +47,8 @@ class ActionsBar : public QFrame {
     QAction* countdownChoice(int seconds) const;
     QAction* repeatToggle() const { return repeat_; }
     QPushButton* takeButton() const { return take_; }
+    // Ctrl+Shift+C anywhere in the window; a button's own shortcut would yield to its text.
+    QShortcut* takeShortcut() const { return takeShortcut_; }
     RevealButton* revealButton() const { return reveal_; }
 
   private:
@@ -59,6 +62,7 @@ class ActionsBar : public QFrame {
     std::vector<std::pair<int, QAction*>> countdownChoices_;
     QAction* repeat_;
     QPushButton* take_;
+    QShortcut* takeShortcut_;
     RevealButton* reveal_;
     std::vector<Subscription> subscriptions_;
 };
