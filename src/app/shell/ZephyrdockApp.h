@@ -40,6 +40,8 @@ class ZephyrdockApp : public QObject {
     // Builds everything and shows the window in front; the text says why it couldn't.
     std::optional<std::string> start(const Options& options);
     MainWindow* window() const { return window_.get(); }
+    ContentView* view() const { return view_.get(); }
+    ProgressPanel* panel() const { return panel_.get(); }
 
   private:
     std::unique_ptr<PlatformEnvironment> platform_;

@@ -32,6 +32,7 @@ QLabel* sectionLabel(const QString& text, QWidget* parent) {
 
 QLabel* helperLine(const QString& text, QWidget* parent) {
     auto* label = new QLabel(text, parent);
+    label->setTextFormat(Qt::PlainText);  // the texts hold angle brackets of their own
     label->setFont(uiFont(11));
     label->setWordWrap(true);
     QPalette palette = label->palette();
@@ -42,6 +43,7 @@ QLabel* helperLine(const QString& text, QWidget* parent) {
 
 QLabel* secondaryText(const QString& text, int pixelSize, QWidget* parent) {
     auto* label = new QLabel(text, parent);
+    label->setTextFormat(Qt::PlainText);
     label->setFont(uiFont(pixelSize));
     QPalette palette = label->palette();
     palette.setColor(QPalette::WindowText, secondaryColor(palette));
