@@ -141,7 +141,8 @@ ActionsBar::ActionsBar(ContentView& view, Environment& env, QWidget* parent)
     const QColor accent = accentColor(palette());
     take_->setStyleSheet(
         QString("QPushButton { color: white; background: %1; border: none; border-radius: 8px;"
-                " padding: 0 14px; } QPushButton:disabled { background: %2; }")
+                " padding: 0 14px; } QPushButton:disabled { background: %2;"
+                " color: rgba(255, 255, 255, 150); }")
             .arg(accent.name(), withOpacity(accent, 0.4).name(QColor::HexArgb)));
     connect(take_, &QPushButton::clicked, this, [this] { view_.takeShots(); });
     row->addWidget(take_);
