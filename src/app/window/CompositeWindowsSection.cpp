@@ -22,6 +22,7 @@ CompositeWindowsSection::CompositeWindowsSection(ContentView& view, QWidget* par
     column->addWidget(sectionLabel("Windows in composite"));
     column->addWidget(spaces_);
     button_->setFont(uiFont(12));
+    button_->setIcon(symbolIcon("rectangle.stack", 14, palette().color(QPalette::ButtonText)));
     button_->setStyleSheet(
         "QPushButton { text-align: left; padding: 6px 10px; border: none; border-radius: 6px;"
         " background: rgba(128,128,128,26); }");

@@ -30,7 +30,8 @@ LanguageSection::LanguageSection(ContentView& view, QWidget* parent)
     header->addWidget(sectionLabel("Languages"));
     header->addStretch(1);
     add_->setText("Add");
-    add_->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    add_->setIcon(symbolIcon("plus.circle", 14, palette().color(QPalette::ButtonText)));
+    add_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     add_->setPopupMode(QToolButton::InstantPopup);
     add_->setAutoRaise(true);
     add_->setMenu(menu_);
