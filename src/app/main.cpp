@@ -4,9 +4,6 @@
 
 #include <iostream>
 
-#include "common/PlatformEnvironment.h"
-#include "controls/AppPalette.h"
-#include "env/Environment.h"
 #include "shell/ZephyrdockApp.h"
 
 int main(int argc, char** argv) {
@@ -22,11 +19,6 @@ int main(int argc, char** argv) {
     zd::app::ZephyrdockApp::Options options;
     if (const char* settings = std::getenv("ZEPHYRDOCK_SETTINGS"))
         options.settingsPath = settings;
-    // The palette before the first widget, from the desktop's own setting.
-    if (auto platform = zd::PlatformEnvironment::create({options.settingsPath})) {
-        if (auto* appearance = (*platform)->environment().appearance)
-            QApplication::setPalette(zd::app::appPalette(zd::app::desktopIsDark(*appearance)));
-    }
     if (auto failure = zephyrdock.start(options)) {
         std::cerr << "Zephyrdock: " << *failure << '\n';
         return 1;

@@ -9,6 +9,7 @@
 #include "common/PanelWindowBackend.h"
 #include "common/PlatformEnvironment.h"
 #include "common/SystemUpdater.h"
+#include "controls/AppPalette.h"
 #include "model/Preferences.h"
 #include "panel/ProgressPanel.h"
 #include "run/LiveRunServices.h"
@@ -65,6 +66,9 @@ std::optional<std::string> ZephyrdockApp::start(const Options& options) {
         return platform.error();
     platform_ = std::move(*platform);
     Environment& env = platform_->environment();
+    // Our own palette before the first widget, so a dark desktop gets a dark Zephyrdock.
+    if (env.appearance != nullptr)
+        QApplication::setPalette(appPalette(desktopIsDark(*env.appearance)));
     dialogs_ = std::make_unique<QtDialogBackend>();
     env.dialogs = dialogs_.get();
     services_ = std::make_unique<LiveRunServices>(env);
