@@ -21,7 +21,7 @@ TEST_F(RunFixture, TypicalRunTwoLanguagesBothAppearancesInExactOrder) {
             revertingDuringRevert = view->revertingLanguage;
     };
     bool pulsingAtCleanUp = false;
-    view->progress.subscribe([&](CaptureProgressModel::Field field) {
+    auto watch = view->progress.subscribe([&](CaptureProgressModel::Field field) {
         if (field == CaptureProgressModel::Field::shotsTotal && !view->isWorking)
             pulsingAtCleanUp = view->pulseRevealButton;
     });
