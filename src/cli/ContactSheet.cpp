@@ -51,8 +51,8 @@ std::string linkTo(const std::string& file) {
 }  // namespace
 
 bool writeContactSheet(const std::filesystem::path& folder, const std::string& title,
-                       const std::vector<SheetPicture>& pictures) {
-    std::ofstream file(folder / "index.html", std::ios::binary | std::ios::trunc);
+                       const std::vector<SheetPicture>& pictures, const std::string& fileName) {
+    std::ofstream file(folder / fileName, std::ios::binary | std::ios::trunc);
     if (!file)
         return false;
     file << "<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\"><title>" << escaped(title)

@@ -15,9 +15,10 @@ struct SheetPicture {
     std::string label;
 };
 
-// Writes `folder`/index.html; false when it can't be written.
+// Writes `folder`/`fileName`; false when it can't be written.
 bool writeContactSheet(const std::filesystem::path& folder, const std::string& title,
-                       const std::vector<SheetPicture>& pictures);
+                       const std::vector<SheetPicture>& pictures,
+                       const std::string& fileName = "index.html");
 
 // The PNG files under a run folder, in the order of the run: language folders in the order
 // of `languages` (others after them, by name), Light before Dark; labelled with the language's

@@ -1,7 +1,9 @@
 #pragma once
 // Where the command line's live commands run: the user's display when one answers, else (or
 // with --headless) a private headless desktop started for this command and torn down when the
-// object goes, on every way out. It holds the Linux environment built over that display.
+// object goes, on every way out. It holds the Linux environment built over that display and
+// the journal of what this process changes; on opening, it first puts back what runs that
+// were killed left behind, and says so in one line.
 
 #include <memory>
 #include <optional>
@@ -11,8 +13,11 @@
 
 #include "ConsoleDialogBackend.h"
 #include "common/PlatformEnvironment.h"
+#include "linux/DisplayProbe.h"
+#include "linux/FileRunJournalBackend.h"
 #include "linux/HeadlessSession.h"
 #include "model/Expected.h"
+#include "run/RunJournal.h"
 
 namespace zd::cli {
 
@@ -36,16 +41,25 @@ class DisplaySession {
     bool isHeadless() const { return session_ != nullptr; }
     // The whole environment for a program started on this display.
     std::vector<std::string> childEnvironment() const;
+    // The display server still answers (one round trip).
+    bool displayAnswers() { return probe_.answers(); }
 
   private:
-    DisplaySession(std::unique_ptr<x11::HeadlessSession> session,
+    struct Journal {
+        std::unique_ptr<x11::FileRunJournalBackend> backend;
+        std::unique_ptr<RunJournal> journal;
+    };
+    DisplaySession(Journal journal, std::unique_ptr<x11::HeadlessSession> session,
                    std::unique_ptr<PlatformEnvironment> platform, std::ostream& err,
                    bool revealFolders);
 
-    // Declared first so it goes last: the environment's connection closes before its display.
+    // First, so it goes last: the environment notes into it until it goes.
+    Journal journal_;
+    // Before the environment, so it goes after it: the connection closes before its display.
     std::unique_ptr<x11::HeadlessSession> session_;
     std::unique_ptr<PlatformEnvironment> platform_;
     ConsoleDialogBackend dialogs_;
+    x11::DisplayProbe probe_;
 };
 
 }  // namespace zd::cli

@@ -11,11 +11,13 @@
 #include "QtCanvasFactory.h"
 #include "QtImageCodec.h"
 #include "RunOverrides.h"
+#include "composition/Compositor.h"
 #include "linux/FileSettingsStore.h"
 #include "linux/ResourceBundleLocations.h"
 #include "model/Preferences.h"
 #include "model/ResourceBundle.h"
 #include "run/LiveRunServices.h"
+#include "run/RunOutput.h"
 #include "ui/ContentView.h"
 
 namespace zd::cli {
@@ -58,16 +60,24 @@ int preview(Context& context, const PreviewArguments& args) {
     const Size canvas = previewTileCanvas(view.canvasSize());
     std::vector<SheetPicture> pictures;
     for (const auto& entry : view.planEntries()) {
+        // Named as a run names its files: the id made safe for one folder, never over a file
+        // that is there already.
         const auto png = images.encodePNG(view.renderTile(entry, nullptr, canvas));
-        const std::string file = entry.id + ".png";
-        std::ofstream stream(folder / file, std::ios::binary | std::ios::trunc);
-        if (png)
-            stream.write(reinterpret_cast<const char*>(png->data()),
-                         static_cast<std::streamsize>(png->size()));
-        if (!png || !stream) {
-            *context.err << "zephyrdock preview: cannot write " << (folder / file) << "\n";
+        if (!png || png->empty()) {
+            *context.err << "zephyrdock preview: cannot encode the tile " << entry.id << " ("
+                         << canvas.width << "\u00d7" << canvas.height << " pixels)\n";
             return exitFailure;
         }
+        auto path = uniquePath(folder, shotFolder({}, entry.id).string(), "png");
+        auto written = path ? Compositor::writeEncodedPNG(*png, *path)
+                            : Expected<void, OutputError>(unexpected(path.error()));
+        if (!written) {
+            *context.err << "zephyrdock preview: cannot write "
+                         << (path ? path->string() : folder.string()) << ": "
+                         << written.error().localizedDescription << "\n";
+            return exitFailure;
+        }
+        const std::string file = path->filename().string();
         std::string label = entry.languageLabel;
         if (!entry.languageCode.empty())
             label += " (" + entry.languageCode + ")";
@@ -75,12 +85,14 @@ int preview(Context& context, const PreviewArguments& args) {
         pictures.push_back({file, label});
         *context.out << (folder / file).string() << "\n";
     }
-    if (!writeContactSheet(folder, "Zephyrdock preview", pictures)) {
+    const auto sheet = uniquePath(folder, "index", "html");
+    if (!sheet ||
+        !writeContactSheet(folder, "Zephyrdock preview", pictures, sheet->filename().string())) {
         *context.err << "zephyrdock preview: cannot write " << (folder / "index.html") << "\n";
         return exitFailure;
     }
-    *context.err << pictures.size() << (pictures.size() == 1 ? " tile" : " tiles")
-                 << " and index.html written to " << folder.string() << "\n";
+    *context.err << pictures.size() << (pictures.size() == 1 ? " tile" : " tiles") << " and "
+                 << sheet->filename().string() << " written to " << folder.string() << "\n";
     return exitSuccess;
 }
 

@@ -53,7 +53,7 @@ std::string ProgressPrinter::lineFor(const CaptureProgressModel& model) {
 }
 
 void ProgressPrinter::update() {
-    if (!showing_())
+    if (!showing_() || (stopping_ && model_.countdownRemaining() >= 1))
         return;
     // The window's idle line ("Pick a window, …") is no news while the run starts up.
     if (model_.captureStage().empty() && model_.statusMessage() == idleStatus_)

@@ -28,6 +28,9 @@ class ProgressPrinter {
     const std::string& shown() const { return shown_; }
     // Ends the line being redrawn, so what follows starts on a line of its own.
     void finish();
+    // The run was asked to stop: a countdown now races down at once, and its numbers are
+    // not drawn one by one.
+    void stopping() { stopping_ = true; }
 
   private:
     void update();
@@ -41,6 +44,7 @@ class ProgressPrinter {
     std::string shown_;
     std::string idleStatus_;  // the status before the run, not shown again
     bool lineOpen_ = false;
+    bool stopping_ = false;
 };
 
 }  // namespace zd::cli

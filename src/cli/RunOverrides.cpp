@@ -8,6 +8,7 @@
 
 #include "CliSupport.h"
 #include "QtCanvasFactory.h"
+#include "SettingKeys.h"
 #include "env/SettingsStore.h"
 #include "model/Preferences.h"
 #include "ui/ContentView.h"
@@ -127,7 +128,7 @@ void RunOverrides::addOptions(CLI::App& command, bool forRun) {
     command.add_option("--size", sizePreset, "How the target window is sized before capture")
         ->check(CLI::IsMember({"half", "threeQ", "full", "current"}));
     command.add_option("--countdown", countdown, "Seconds to pose the window before capture")
-        ->check(CLI::Range(0, 3600));
+        ->check(CLI::Range(0, maxCountdownSeconds));
     command.add_flag_function(
         "--countdown-after-relaunch",
         [this](std::int64_t count) { countdownAfterRelaunch = count > 0; },

@@ -175,6 +175,10 @@ Expected<Value, std::string> parseSettingValue(const SettingKey& key,
                 number > std::numeric_limits<int>::max()) {
                 return mismatch();
             }
+            // Stored values stay within what the run's own flag accepts (--countdown).
+            if (key.name == K::countdownSeconds && (number < 0 || number > maxCountdownSeconds))
+                return unexpected(name + " must be from 0 to " +
+                                  std::to_string(maxCountdownSeconds) + " seconds, not " + word);
             return Value(static_cast<std::int64_t>(number));
         }
         case StoredForm::filePath:

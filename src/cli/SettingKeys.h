@@ -16,6 +16,9 @@ class SettingsStore;
 
 namespace cli {
 
+// The longest countdown the run's flag and the stored setting take, in seconds.
+inline constexpr int maxCountdownSeconds = 3600;
+
 enum class StoredForm { choice, boolean, integer, textList, filePath, folderPath };
 
 struct SettingKey {

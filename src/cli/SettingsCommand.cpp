@@ -33,6 +33,11 @@ std::string keyForms() {
 }
 
 bool reportWriteError(Context& context, const FileSettingsStore& store) {
+    if (store.setAside()) {
+        *context.err << "zephyrdock settings: " << store.path()
+                     << " couldn't be read as settings; it is kept as " << *store.setAside()
+                     << "\n";
+    }
     if (!store.lastWriteError())
         return false;
     *context.err << "zephyrdock settings: cannot save the settings: " << *store.lastWriteError()
@@ -41,11 +46,13 @@ bool reportWriteError(Context& context, const FileSettingsStore& store) {
 }
 
 void warnIfUnreadable(Context& context, const FileSettingsStore& store) {
-    if (store.fileIsUnreadable()) {
+    if (auto why = store.unusablePath()) {
+        *context.err << "zephyrdock settings: " << store.path() << " " << *why
+                     << ", not a settings file; every key falls back\n";
+    } else if (store.fileIsUnreadable()) {
         *context.err << "zephyrdock settings: " << store.path()
                      << " can't be read as settings; every key falls back. The next change "
-                        "keeps it as "
-                     << store.path() << ".corrupt\n";
+                        "keeps a copy of it beside it\n";
     }
 }
 

@@ -106,8 +106,12 @@ int shoot(Context& context, const ShootArguments& args) {
             return exitFailure;
         }
         *context.err << "Waiting for the first window of \"" << args.launch << "\"…\n";
-        if (auto selected = launcher->selectFirstWindow(view, stopSeen, 60s); !selected) {
+        auto& display = (*live)->display();
+        if (auto selected = launcher->selectFirstWindow(
+                view, stopSeen, [&display] { return display.displayAnswers(); }, 60s);
+            !selected) {
             *context.err << "zephyrdock shoot: " << selected.error() << "\n";
+            launcher->end();  // a program that gave no window is not left running
             return stopped ? exitStopped : exitFailure;
         }
         if (auto target = view.selectedTarget())
@@ -160,6 +164,7 @@ int shoot(Context& context, const ShootArguments& args) {
             [&] {
                 if (stop.take() && !stopped) {
                     stopped = true;
+                    printer.stopping();
                     view.progress.onCancel();  // the Stop button, on this (the UI) thread
                 }
                 return !view.isWorking && (!view.captureTask || view.captureTask->isDone());
@@ -174,12 +179,25 @@ int shoot(Context& context, const ShootArguments& args) {
     if (saved && args.reveal)
         view.revealInFinder(*view.lastRunRoot);
     // The target goes back to its own language after the run, whatever the scope; wait for
-    // that, and for its window, before leaving.
-    if (view.revertingLanguage) {
-        *context.err << "Putting " << view.menuBar.appName << " back in its own language\u2026\n";
+    // that, and for its window, before leaving. The revert itself always runs to its end (its
+    // own waits bound it): leaving between its end of the target and the restart would leave
+    // the target closed. A stop only cuts short the search for its window afterwards.
+    if (view.revertInProgress()) {
+        const std::string appName = view.menuBar.appName;
+        *context.err << "Putting " << appName << " back in its own language\u2026\n";
         view.selectedTargetID.reset();
         processEventsUntil(
-            [&] { return (!view.revertingLanguage && view.selectedTargetID) || stop.take(); }, 30s);
+            [&] {
+                if (stop.take()) {
+                    if (!view.revertInProgress())
+                        return true;
+                    *context.err << "Still waiting for " << appName
+                                 << " to quit and start again in its own language; it is "
+                                    "not left closed\u2026\n";
+                }
+                return !view.revertInProgress() && view.selectedTargetID.has_value();
+            },
+            30s);
     }
     if (launchedBundle && (*live)->display().isHeadless()) {
         for (const auto& app : env.processes->runningApplications(*launchedBundle))

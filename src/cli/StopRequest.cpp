@@ -10,19 +10,34 @@ extern "C" void requestStop(int) {
     stopRequested = 1;  // nothing else is safe in a handler
 }
 
+// The signals whose default is to end the process and that a process may catch; those that
+// report a fault of the program itself (SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT) keep theirs.
+constexpr int stopSignals[] = {SIGINT,  SIGTERM, SIGHUP,    SIGQUIT, SIGUSR1, SIGUSR2,
+                               SIGALRM, SIGPROF, SIGVTALRM, SIGXCPU, SIGXFSZ};
+
 }  // namespace
 
 StopRequest::StopRequest() {
     struct sigaction action {};
     action.sa_handler = requestStop;
     sigemptyset(&action.sa_mask);
-    sigaction(SIGINT, &action, &previousInterrupt_);
-    sigaction(SIGTERM, &action, &previousTerminate_);
+    action.sa_flags = SA_RESTART;
+    for (int signal : stopSignals) {
+        struct sigaction previous {};
+        sigaction(signal, &action, &previous);
+        previous_.emplace_back(signal, previous);
+    }
+    struct sigaction ignore {};
+    ignore.sa_handler = SIG_IGN;
+    sigemptyset(&ignore.sa_mask);
+    struct sigaction previous {};
+    sigaction(SIGPIPE, &ignore, &previous);
+    previous_.emplace_back(SIGPIPE, previous);
 }
 
 StopRequest::~StopRequest() {
-    sigaction(SIGINT, &previousInterrupt_, nullptr);
-    sigaction(SIGTERM, &previousTerminate_, nullptr);
+    for (auto it = previous_.rbegin(); it != previous_.rend(); ++it)
+        sigaction(it->first, &it->second, nullptr);
 }
 
 bool StopRequest::take() {

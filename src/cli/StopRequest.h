@@ -1,9 +1,14 @@
 #pragma once
-// Ctrl-C (and SIGTERM) as the Stop button: while an instance lives, the signal only raises a
-// flag, and the command's event loop, on the UI thread, sees it and stops the run there. The
-// previous handlers come back when it goes. Instances may nest; they share the one flag.
+// Ctrl-C as the Stop button: while an instance lives, every catchable signal that would end
+// the program (SIGINT, SIGTERM, SIGHUP when the terminal goes, SIGQUIT, …) only raises a flag,
+// and the command's event loop, on the UI thread, sees it and stops the run there, so every
+// way out passes through the same clean-up. SIGPIPE is ignored meanwhile: a reader that went
+// away makes writes fail, not the run end half-way. The previous handlers come back when it
+// goes. Instances may nest; they share the one flag.
 
 #include <csignal>
+#include <utility>
+#include <vector>
 
 namespace zd::cli {
 
@@ -18,8 +23,7 @@ class StopRequest {
     bool take();
 
   private:
-    struct sigaction previousInterrupt_ {};
-    struct sigaction previousTerminate_ {};
+    std::vector<std::pair<int, struct sigaction>> previous_;
 };
 
 }  // namespace zd::cli

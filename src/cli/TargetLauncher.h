@@ -25,10 +25,15 @@ class TargetLauncher {
     // Reloads the view's targets until one belongs to the started process (or, when that
     // process handed over to another and ended, until a window appears that wasn't there
     // before) and selects it. The text says why none came: the wait timed out, `stopped`
-    // said so, or the program ended without a window.
+    // said so, the display stopped answering, or the program ended without a window.
     Expected<void, std::string> selectFirstWindow(ContentView& view,
                                                   const std::function<bool()>& stopped,
+                                                  const std::function<bool()>& displayAnswers,
                                                   std::chrono::seconds limit);
+
+    // Ends the started program and whatever it started in its group: SIGTERM, then SIGKILL
+    // after a short grace; collects it.
+    void end();
 
     int pid() const { return pid_; }
 

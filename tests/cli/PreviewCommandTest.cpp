@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QImage>
+#include <fstream>
 
 #include "CliRunner.h"
 
@@ -30,6 +31,29 @@ TEST(PreviewCommand, WritesOneTilePerPlannedPictureAndAContactSheetInPlanOrder) 
     EXPECT_NE(sheet.find("German (de) \u2014 light"), std::string::npos);
     EXPECT_NE(QImage(QString::fromStdString((folder / "de-light.png").string())),
               QImage(QString::fromStdString((folder / "de-dark.png").string())));
+}
+
+TEST(PreviewCommand, StaysInsideItsFolderOverwritesNothingAndLeavesNoEmptyFile) {
+    test::CliRunner cli;
+    const auto folder = cli.home.path() / "a/b/preview";
+    std::filesystem::create_directories(folder);
+    std::ofstream(cli.home.path() / "a/victim-light.png") << "precious";
+    std::ofstream(folder / "de-light.png") << "earlier";
+    std::ofstream(folder / "index.html") << "mine";
+    auto result = cli.run({"preview", "--out", folder.string(), "--languages", "../../victim", "de",
+                           "--appearances", "light"});
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(test::CliRunner::read((cli.home.path() / "a/victim-light.png").string()), "precious");
+    EXPECT_EQ(test::CliRunner::read((folder / "de-light.png").string()), "earlier");
+    EXPECT_EQ(test::CliRunner::read((folder / "index.html").string()), "mine");
+    for (const char* made : {".._.._victim-light.png", "de-light (2).png", "index (2).html"})
+        EXPECT_TRUE(std::filesystem::is_regular_file(folder / made)) << made << result.err;
+
+    const auto flat = cli.home.path() / "flat";
+    result = cli.run({"preview", "--out", flat.string(), "--canvas", "2000x1"});
+    EXPECT_EQ(result.exitCode, 1) << result.err;
+    EXPECT_NE(result.err.find("cannot encode"), std::string::npos) << result.err;
+    EXPECT_TRUE(std::filesystem::is_empty(flat));
 }
 
 struct Fallback {

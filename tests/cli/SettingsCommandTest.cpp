@@ -27,7 +27,7 @@ TEST_F(SettingsCommand, StoresTypedValuesThatTheNextProcessShows) {
     EXPECT_EQ(cli.run({"settings", "set", "outputSize", "mas1440"}).exitCode, 0);
     EXPECT_EQ(cli.run({"settings", "set", "languageCodes", "de", "xx"}).exitCode, 0);
     EXPECT_EQ(cli.run({"settings", "set", "captureLight", "off"}).exitCode, 0);
-    EXPECT_EQ(cli.run({"settings", "set", "countdownSeconds", "-2"}).exitCode, 0);
+    EXPECT_EQ(cli.run({"settings", "set", "countdownSeconds", "3600"}).exitCode, 0);
     auto folder = cli.home.path().string();
     EXPECT_EQ(cli.run({"settings", "set", "saveFolderURL", folder}).exitCode, 0);
 
@@ -36,7 +36,7 @@ TEST_F(SettingsCommand, StoresTypedValuesThatTheNextProcessShows) {
     EXPECT_EQ(store.objectForKey("outputSize"), Value("1440 \u00d7 900"));
     EXPECT_EQ(store.objectForKey("languageCodes"), Value(ValueArray{"de", "xx"}));
     EXPECT_EQ(store.objectForKey("captureLight"), Value(false));
-    EXPECT_EQ(store.objectForKey("countdownSeconds"), Value(-2));
+    EXPECT_EQ(store.objectForKey("countdownSeconds"), Value(3600));
     EXPECT_EQ(store.objectForKey("saveFolderURL"), Value(folder));
 
     auto shown = cli.run({"settings", "show", "--json"});
@@ -114,6 +114,9 @@ INSTANTIATE_TEST_SUITE_P(
             "TextForNumber", {"set", "countdownSeconds", "ten"}, "expected a whole number"},
         BadArguments{
             "NumberBeyondRange", {"set", "customCanvasWidth", "99999999999"}, "a whole number"},
+        BadArguments{"CountdownBeyondItsFlag",
+                     {"set", "countdownSeconds", "1000000000"},
+                     "from 0 to 3600 seconds"},
         BadArguments{"WordForBoolean", {"set", "windowShadow", "maybe"}, "true or false"},
         BadArguments{"TwoValues", {"set", "captureScope", "all", "single"}, "takes one value"},
         BadArguments{"NoValue", {"set", "captureScope"}, "takes one value"},
@@ -134,11 +137,25 @@ TEST_F(SettingsCommand, UnreadableFileIsReportedFallsBackAndIsKeptOnTheNextWrite
     EXPECT_NE(shown.err.find("can't be read as settings"), std::string::npos) << shown.err;
     EXPECT_NE(shown.out.find("captureScope            -"), std::string::npos) << shown.out;
 
-    EXPECT_EQ(cli.run({"settings", "set", "countdownSeconds", "4"}).exitCode, 0);
+    auto set = cli.run({"settings", "set", "countdownSeconds", "4"});
+    EXPECT_EQ(set.exitCode, 0);
+    EXPECT_NE(set.err.find("kept as " + cli.settingsPath() + ".corrupt\n"), std::string::npos)
+        << set.err;
     EXPECT_EQ(test::CliRunner::read(cli.settingsPath() + ".corrupt"),
               "{\"captureScope\": \"all\", \"coun");
     EXPECT_EQ(FileSettingsStore(cli.settingsPath()).allKeys(),
               std::vector<std::string>{"countdownSeconds"});
+}
+
+TEST_F(SettingsCommand, AFolderGivenAsTheSettingsFileIsRefusedAndLeftAlone) {
+    const auto folder = cli.home.path() / "not-a-file";
+    std::filesystem::create_directories(folder / "inside");
+    auto result =
+        cli.run({"--settings-file", folder.string(), "settings", "set", "windowShadow", "no"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_NE(result.err.find(folder.string() + " is a folder"), std::string::npos) << result.err;
+    EXPECT_TRUE(std::filesystem::is_directory(folder / "inside"));
+    EXPECT_FALSE(std::filesystem::exists(folder.string() + ".corrupt"));
 }
 
 TEST_F(SettingsCommand, WithoutAHomeFolderItFailsWithAMessage) {

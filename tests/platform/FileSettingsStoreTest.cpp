@@ -149,6 +149,61 @@ INSTANTIATE_TEST_SUITE_P(FileSettingsStore, UnreadableSettingsFile,
                                          "captureScope=all\n",           // foreign: no JSON
                                          std::string("{\"a\":\0\"b\"}", 10), ""));
 
+TEST_F(FileSettingsStoreTest, EachUnreadableFileIsKeptBesideTheOthers) {
+    fs::create_directories(file.parent_path());
+    FileSettingsStore store(file.string());
+    for (const std::string garbage : {"first{", "second{", "third{"}) {
+        std::ofstream(file, std::ios::binary | std::ios::trunc) << garbage;
+        store.setInteger(5, "countdownSeconds");
+        ASSERT_TRUE(store.setAside().has_value());
+        EXPECT_EQ(contents(*store.setAside()), garbage);
+    }
+    EXPECT_EQ(contents(file.string() + ".corrupt"), "first{");
+    EXPECT_EQ(contents(file.string() + ".corrupt-2"), "second{");
+    EXPECT_EQ(contents(file.string() + ".corrupt-3"), "third{");
+    store.setInteger(6, "countdownSeconds");
+    EXPECT_FALSE(store.setAside().has_value()) << "a readable file is not set aside";
+}
+
+TEST_F(FileSettingsStoreTest, AnythingButARegularFileIsRefusedWithItsPathAndLeftAlone) {
+    const fs::path fifo = folder.path() / "fifo";
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+    fs::create_directories(folder.path() / "folder/inside");
+    for (const auto& [path, kind] :
+         {std::pair{folder.path() / "folder", "is a folder"}, std::pair{fifo, "is a FIFO"}}) {
+        FileSettingsStore store(path.string());
+        EXPECT_EQ(store.unusablePath(), kind);
+        EXPECT_TRUE(store.allKeys().empty());
+        store.setBool(true, "windowShadow");
+        ASSERT_TRUE(store.lastWriteError().has_value()) << kind;
+        EXPECT_NE(store.lastWriteError()->find(path.string() + " " + kind), std::string::npos)
+            << *store.lastWriteError();
+        EXPECT_FALSE(fs::exists(path.string() + ".corrupt")) << kind;
+    }
+    EXPECT_TRUE(fs::is_directory(folder.path() / "folder/inside"));
+    EXPECT_TRUE(fs::is_fifo(fifo));
+}
+
+TEST_F(FileSettingsStoreTest, ALinkedFileIsWrittenThroughTheLink) {
+    const fs::path target = folder.path() / "dotfiles/zephyrdock.json";
+    fs::create_directories(target.parent_path());
+    fs::create_directories(file.parent_path());
+    std::ofstream(target) << "unreadable{";
+    fs::create_symlink("../../dotfiles/zephyrdock.json", file);
+
+    FileSettingsStore store(file.string());
+    store.setObject("all", "captureScope");
+    EXPECT_EQ(store.lastWriteError(), std::nullopt);
+    EXPECT_TRUE(fs::is_symlink(file));
+    ASSERT_TRUE(store.setAside().has_value());
+    EXPECT_TRUE(fs::equivalent(*store.setAside(), target.string() + ".corrupt"));
+    EXPECT_EQ(contents(target.string() + ".corrupt"), "unreadable{");
+    EXPECT_EQ(FileSettingsStore(target.string()).objectForKey("captureScope"), Value("all"));
+    store.setBool(false, "windowShadow");
+    EXPECT_TRUE(fs::is_symlink(file));
+    EXPECT_EQ(FileSettingsStore(target.string()).allKeys().size(), 2u);
+}
+
 TEST_F(FileSettingsStoreTest, KeysOfTheWrongTypeFallBackOneByOne) {
     fs::create_directories(file.parent_path());
     std::ofstream(file) << R"({"captureScope": "all", "countdownSeconds": "ten",

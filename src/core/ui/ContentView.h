@@ -222,6 +222,9 @@ class ContentView {
     Task<void> raiseAndCountdown(std::optional<CaptureTarget> target, std::string prefix);
     Task<Expected<std::vector<CapturedShot>, RunError>> captureCurrentLanguage(
         std::optional<CaptureTarget> target, std::string code, std::string label);
+    // A clean-up's detached revert of the target's language hasn't ended yet: a face that
+    // quits waits for it, so the target isn't left closed between its end and its restart.
+    bool revertInProgress() const { return revertsRunning_ > 0; }
 
     // --- Failures, stopping, summary, selection
     void handleCaptureError(const RunError& error);
@@ -246,6 +249,7 @@ class ContentView {
     Environment& env_;
     RunServices& services_;
     std::uint64_t cleanUps_ = 0;  // lets takeShots tell a run that already ended
+    int revertsRunning_ = 0;
     mutable std::unique_ptr<Placeholders> placeholders_;  // made on first use
 
     std::shared_ptr<int> alive_ = std::make_shared<int>(0);  // expires with the view

@@ -12,12 +12,16 @@
 namespace zd {
 
 class ResourceBundle;
+class RunJournal;
 
 class PlatformEnvironment {
   public:
     struct Options {
         // The settings file; empty for the user's own.
         std::string settingsPath;
+        // Keeps the journal of what runs change (the appearance, language overrides), so a
+        // start after a crash can put it back; it must outlive the environment.
+        RunJournal* journal = nullptr;
     };
 
     // Connects to the window server. The text says why it couldn't.
@@ -31,6 +35,9 @@ class PlatformEnvironment {
     Environment& environment();
     // The folders where the resource bundle may lie, best first.
     ResourceBundle& resourceBundle();
+    // The same environment without the journal: for putting back what an earlier run left,
+    // which mustn't be noted as a change of this one.
+    Environment environmentWithoutJournal();
 
   private:
     struct Impl;

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -39,6 +40,19 @@ bool writeAll(int fd, const std::string& contents) {
         done += static_cast<std::size_t>(written);
     }
     return true;
+}
+
+// What stands at a path that isn't a regular file, in words for a message.
+std::string kindOf(mode_t mode) {
+    if (S_ISDIR(mode))
+        return "is a folder";
+    if (S_ISFIFO(mode))
+        return "is a FIFO";
+    if (S_ISSOCK(mode))
+        return "is a socket";
+    if (S_ISCHR(mode) || S_ISBLK(mode))
+        return "is a device";
+    return "is not a regular file";
 }
 
 // Makes a rename in the folder durable.
@@ -94,7 +108,9 @@ std::optional<std::string> FileSettingsStore::defaultPath() {
 void FileSettingsStore::refresh() const {
     struct stat info {};
     FileStamp stamp;
-    if (::stat(path_.c_str(), &info) == 0) {
+    const bool found = ::stat(path_.c_str(), &info) == 0;
+    const int statError = errno;
+    if (found) {
         stamp.exists = true;
         stamp.device = static_cast<std::uint64_t>(info.st_dev);
         stamp.inode = static_cast<std::uint64_t>(info.st_ino);
@@ -107,11 +123,21 @@ void FileSettingsStore::refresh() const {
     stamp_ = stamp;
     values_.clear();
     unreadable_ = false;
+    unusable_.reset();
+    if (!found && statError != ENOENT) {
+        // A path through a file, a loop of links, no permission: nothing can be kept there.
+        unusable_ = std::string("can't be reached: ") + std::strerror(statError);
+        return;
+    }
     if (!stamp.exists)
         return;
+    if (!S_ISREG(info.st_mode)) {
+        unusable_ = kindOf(info.st_mode);
+        return;
+    }
 
     std::optional<Value> document;
-    if (S_ISREG(info.st_mode) && stamp.size <= maxFileSize) {
+    if (stamp.size <= maxFileSize) {
         std::ifstream file(path_, std::ios::binary);
         std::ostringstream contents;
         contents << file.rdbuf();
@@ -150,12 +176,17 @@ bool FileSettingsStore::fileIsUnreadable() const {
     return unreadable_;
 }
 
+std::optional<std::string> FileSettingsStore::unusablePath() const {
+    refresh();
+    return unusable_;
+}
+
 void FileSettingsStore::setObject(const Value& value, const std::string& key) {
     if (value.isNull()) {
         removeObjectForKey(key);
         return;
     }
-    makeFolder();
+    makeFolder(targetPath());
     WriteLock lock(path_);
     refresh();
     auto values = values_;
@@ -164,7 +195,7 @@ void FileSettingsStore::setObject(const Value& value, const std::string& key) {
 }
 
 void FileSettingsStore::removeObjectForKey(const std::string& key) {
-    makeFolder();
+    makeFolder(targetPath());
     WriteLock lock(path_);
     refresh();
     auto values = values_;
@@ -172,9 +203,25 @@ void FileSettingsStore::removeObjectForKey(const std::string& key) {
     write(std::move(values));
 }
 
-void FileSettingsStore::makeFolder() {
+std::string FileSettingsStore::targetPath() const {
+    fs::path current = path_;
+    for (int hops = 0; hops < 40; ++hops) {  // the system's own limit on a chain of links
+        struct stat info {};
+        if (::lstat(current.c_str(), &info) != 0 || !S_ISLNK(info.st_mode))
+            break;
+        std::error_code error;
+        const fs::path link = fs::read_symlink(current, error);
+        if (error)
+            break;
+        current = link.is_absolute() ? link : current.parent_path() / link;
+    }
+    return current.string();
+}
+
+void FileSettingsStore::makeFolder(const std::string& target) {
     lastWriteError_.reset();
-    fs::path folder = fs::path(path_).parent_path();
+    setAside_.reset();
+    fs::path folder = fs::path(target).parent_path();
     std::error_code error;
     fs::create_directories(folder, error);
     if (error)
@@ -184,16 +231,16 @@ void FileSettingsStore::makeFolder() {
 void FileSettingsStore::write(std::map<std::string, Value> values) {
     if (lastWriteError_)
         return;
-    if (unreadable_) {
-        // Keep what the user had, however unreadable, before it is replaced.
-        std::string aside = path_ + ".corrupt";
-        if (::rename(path_.c_str(), aside.c_str()) != 0 && errno != ENOENT) {
-            lastWriteError_ = errorText("cannot move the unreadable " + path_ + " aside", errno);
-            return;
-        }
+    if (unusable_) {
+        lastWriteError_ = path_ + " " + *unusable_ + ", not a settings file; nothing was written";
+        return;
     }
+    const std::string target = targetPath();
+    // Keep what the user had, however unreadable, before it is replaced.
+    if (unreadable_ && !moveAside(target))
+        return;
     ValueDictionary document(values.begin(), values.end());
-    if (!replaceFile(JsonValueCodec::encode(Value(std::move(document)))))
+    if (!replaceFile(target, JsonValueCodec::encode(Value(std::move(document)))))
         return;
     values_ = std::move(values);
     unreadable_ = false;
@@ -201,13 +248,42 @@ void FileSettingsStore::write(std::map<std::string, Value> values) {
     refresh();
 }
 
-bool FileSettingsStore::replaceFile(const std::string& contents) {
-    std::string temporary = path_ + ".tmp-XXXXXX";
+bool FileSettingsStore::moveAside(const std::string& target) {
+    // Never over an earlier copy: each unreadable file the user had is kept.
+    for (int n = 1; n < 10000; ++n) {
+        const std::string aside = target + ".corrupt" + (n == 1 ? "" : "-" + std::to_string(n));
+        if (::renameat2(AT_FDCWD, target.c_str(), AT_FDCWD, aside.c_str(), RENAME_NOREPLACE) == 0) {
+            setAside_ = aside;
+            return true;
+        }
+        if (errno == EEXIST)
+            continue;
+        if (errno == ENOENT)
+            return true;  // gone meanwhile: nothing left to keep
+        if (errno == EINVAL && ::link(target.c_str(), aside.c_str()) == 0) {
+            // A file system without a non-replacing rename: a second name, then drop the first.
+            ::unlink(target.c_str());
+            setAside_ = aside;
+            return true;
+        }
+        if (errno == EEXIST)
+            continue;
+        break;
+    }
+    lastWriteError_ = errorText("cannot move the unreadable " + target + " aside", errno);
+    return false;
+}
+
+bool FileSettingsStore::replaceFile(const std::string& target, const std::string& contents) {
+    std::string temporary = target + ".tmp-XXXXXX";
     int fd = ::mkstemp(temporary.data());
     if (fd < 0) {
-        lastWriteError_ = errorText("cannot create a file beside " + path_, errno);
+        lastWriteError_ = errorText("cannot create a file beside " + target, errno);
         return false;
     }
+    // A file written through a link keeps the permissions it had.
+    if (struct stat old{}; ::stat(target.c_str(), &old) == 0)
+        ::fchmod(fd, old.st_mode & 07777);
     bool written = writeAll(fd, contents) && ::fsync(fd) == 0;
     int writeError = errno;
     if (::close(fd) != 0 && written) {
@@ -219,12 +295,12 @@ bool FileSettingsStore::replaceFile(const std::string& contents) {
         ::unlink(temporary.c_str());
         return false;
     }
-    if (::rename(temporary.c_str(), path_.c_str()) != 0) {
-        lastWriteError_ = errorText("cannot replace " + path_, errno);
+    if (::rename(temporary.c_str(), target.c_str()) != 0) {
+        lastWriteError_ = errorText("cannot replace " + target, errno);
         ::unlink(temporary.c_str());
         return false;
     }
-    syncFolder(fs::path(path_).parent_path());
+    syncFolder(fs::path(target).parent_path());
     return true;
 }
 

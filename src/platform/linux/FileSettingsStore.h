@@ -5,11 +5,14 @@
 // Every write replaces the whole file atomically (temporary file in the same folder, flushed
 // to disk, renamed over the old one), so a crash mid-write leaves the old file or the new one,
 // never a torn one, and a process started later reads what the last one wrote. A file changed
-// by another process is read again before the next read or write. A file that can't be read
-// as a JSON object (torn by some other tool, or foreign) counts as empty, so every key falls
-// back; it is left alone until the next write, which first moves it aside to
-// "settings.json.corrupt" so nothing the user had is lost silently. Writers hold
-// "settings.json.lock", so two processes writing at once keep each other's keys.
+// by another process is read again before the next read or write. A regular file that can't
+// be read as a JSON object (torn by some other tool, or foreign) counts as empty, so every key
+// falls back; it is left alone until the next write, which first moves it aside to
+// "settings.json.corrupt" (or ".corrupt-2", ".corrupt-3" … when earlier ones are kept there), so
+// nothing the user had is lost. Anything else at the path (a folder, a FIFO, a device) is never
+// touched: reads fall back and writes are refused. A symbolic link is written through: the file
+// it points at is replaced, the link stays. Writers hold "settings.json.lock", so two processes
+// writing at once keep each other's keys.
 
 #include <cstdint>
 #include <map>
@@ -39,6 +42,10 @@ class FileSettingsStore : public SettingsStore {
     const std::optional<std::string>& lastWriteError() const { return lastWriteError_; }
     // The file on disk could not be read as settings at the last look.
     bool fileIsUnreadable() const;
+    // Why the path can't hold settings at all ("is a folder", …), or nothing when it can.
+    std::optional<std::string> unusablePath() const;
+    // Where the last write moved an unreadable file aside, or nothing when it didn't.
+    const std::optional<std::string>& setAside() const { return setAside_; }
 
   private:
     struct FileStamp {
@@ -49,15 +56,20 @@ class FileSettingsStore : public SettingsStore {
     };
 
     void refresh() const;
-    void makeFolder();
+    // The file the settings live in: the path with its symbolic links followed.
+    std::string targetPath() const;
+    void makeFolder(const std::string& target);
     void write(std::map<std::string, Value> values);
-    bool replaceFile(const std::string& contents);
+    bool replaceFile(const std::string& target, const std::string& contents);
+    bool moveAside(const std::string& target);
 
     std::string path_;
     mutable std::map<std::string, Value> values_;
     mutable std::optional<FileStamp> stamp_;  // of the file values_ came from
     mutable bool unreadable_ = false;
+    mutable std::optional<std::string> unusable_;  // why the path holds no settings file
     std::optional<std::string> lastWriteError_;
+    std::optional<std::string> setAside_;
 };
 
 }  // namespace zd

@@ -3,7 +3,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
-#include <spawn.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <xcb/xcb.h>
@@ -108,10 +108,77 @@ bool waitUntil(Predicate ready, Clock::duration limit) {
     return ready();
 }
 
-bool isGone(pid_t pid, bool ourChild) {
-    if (ourChild)
-        return waitpid(pid, nullptr, WNOHANG) == pid;
-    return kill(pid, 0) != 0 && errno == ESRCH;
+// The program's path as PATH finds it; the name itself when it isn't found.
+std::string inPath(const std::string& name) {
+    if (name.find('/') != std::string::npos)
+        return name;
+    const char* path = std::getenv("PATH");
+    std::string_view folders = path ? path : "/usr/bin:/bin";
+    while (!folders.empty()) {
+        const auto colon = folders.find(':');
+        const std::string folder(folders.substr(0, colon));
+        folders = colon == std::string_view::npos ? std::string_view() : folders.substr(colon + 1);
+        const std::string candidate = (folder.empty() ? "." : folder) + "/" + name;
+        if (access(candidate.c_str(), X_OK) == 0)
+            return candidate;
+    }
+    return name;
+}
+
+// Starts one helper of the session: standard input from /dev/null, standard output and error
+// into `log`, `descriptors` (from, to) put in place, nothing else of ours inherited. It joins
+// `group` (0: makes a group of its own) and gets SIGTERM when the thread that started it
+// ends, so a session whose owner dies, even by SIGKILL, doesn't outlive it. fork and exec by
+// hand, since posix_spawn can't ask for the parent-death signal; between the two the child
+// only makes async-signal-safe calls on what was prepared before.
+pid_t startHelper(const std::vector<std::string>& argv, const std::vector<std::string>& env,
+                  const std::string& log, const std::vector<std::pair<int, int>>& descriptors,
+                  pid_t group) {
+    std::vector<std::string> args = argv;
+    std::vector<std::string> variables = env;
+    const std::string program = inPath(args.front());
+    std::vector<char*> argPointers = spawnArray(args);
+    std::vector<char*> envPointers = spawnArray(variables);
+    const pid_t parent = getpid();
+    const pid_t pid = fork();
+    if (pid != 0) {
+        if (pid > 0)
+            setpgid(pid, group);  // also here, so the group is set before either side goes on
+        return pid;
+    }
+    prctl(PR_SET_PDEATHSIG, SIGTERM);
+    if (getppid() != parent)
+        _exit(127);  // the owner is already gone
+    setpgid(0, group);
+    const int in = open("/dev/null", O_RDONLY);
+    const int out = open(log.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    if (in < 0 || out < 0)
+        _exit(127);
+    dup2(in, STDIN_FILENO);
+    dup2(out, STDOUT_FILENO);
+    dup2(out, STDERR_FILENO);
+    for (const auto& [from, to] : descriptors) {
+        if (from == to)
+            fcntl(to, F_SETFD, 0);
+        else
+            dup2(from, to);  // dup2 clears close-on-exec on the copy
+    }
+    int keep = STDERR_FILENO;
+    for (const auto& [from, to] : descriptors)
+        keep = std::max(keep, to);
+    for (int fd = STDERR_FILENO + 1; fd <= keep; ++fd) {
+        if (std::none_of(descriptors.begin(), descriptors.end(),
+                         [fd](const auto& d) { return d.second == fd; })) {
+            close(fd);
+        }
+    }
+    close_range(static_cast<unsigned>(keep) + 1, ~0U, 0);
+    execve(program.c_str(), argPointers.data(), envPointers.data());
+    _exit(127);
+}
+
+bool isGone(pid_t pid) {
+    return waitpid(pid, nullptr, WNOHANG) == pid;
 }
 
 }  // namespace
@@ -189,22 +256,16 @@ std::optional<std::string> HeadlessSession::startDisplay(const Options& options)
     std::string screen =
         std::to_string(options.width) + "x" + std::to_string(options.height) + "x24";
 
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, fds[1], kDisplayFd);
     std::vector<std::string> argv = {"Xvfb",       "-displayfd", std::to_string(kDisplayFd),
                                      "-screen",    "0",          screen,
                                      "-nolisten",  "tcp",        "-noreset",
                                      "+extension", "Composite"};
     std::string log = (dir_ / "xvfb.log").string();
-    posix_spawn_file_actions_addopen(&actions, 1, log.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    posix_spawn_file_actions_adddup2(&actions, 1, 2);
-    std::vector<char*> args = spawnArray(argv);
-    pid_t pid = 0;
-    int rc = posix_spawnp(&pid, "Xvfb", &actions, nullptr, args.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    if (rc != 0)
-        return "Couldn't start Xvfb: " + std::string(std::strerror(rc));
+    std::vector<std::string> env = environmentWith({});
+    const pid_t pid = startHelper(argv, env, log, {{fds[1], kDisplayFd}}, 0);
+    if (pid < 0)
+        return "Couldn't start Xvfb: " + std::string(std::strerror(errno));
+    group_ = pid;  // the display server leads the session's process group
     children_.push_back(pid);
     xvfb_ = pid;
     close(writeEnd.fd);
@@ -226,47 +287,29 @@ std::optional<std::string> HeadlessSession::startBus() {
         return std::string("Couldn't make a pipe for D-Bus");
     FdCloser readEnd{fds[0]};
     FdCloser writeEnd{fds[1]};
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, fds[1], 1);
-    std::vector<std::string> argv = {"dbus-daemon", "--session",         "--fork",
-                                     "--nopidfile", "--print-address=1", "--print-pid=1"};
-    std::vector<char*> args = spawnArray(argv);
-    auto envStrings = childEnvironment();
-    std::vector<char*> envp = spawnArray(envStrings);
-    pid_t launcher = 0;
-    int rc = posix_spawnp(&launcher, "dbus-daemon", &actions, nullptr, args.data(), envp.data());
-    posix_spawn_file_actions_destroy(&actions);
-    if (rc != 0)
-        return "Couldn't start dbus-daemon: " + std::string(std::strerror(rc));
+    // Not forked into the background: the daemon stays this session's child, in its group.
+    constexpr int addressFd = 3;
+    std::vector<std::string> argv = {"dbus-daemon", "--session", "--nofork", "--nopidfile",
+                                     "--print-address=" + std::to_string(addressFd)};
+    const pid_t pid = startHelper(argv, childEnvironment(), (dir_ / "dbus.log").string(),
+                                  {{fds[1], addressFd}}, group_);
+    if (pid < 0)
+        return "Couldn't start dbus-daemon: " + std::string(std::strerror(errno));
+    children_.push_back(pid);
     close(writeEnd.fd);
     writeEnd.fd = -1;
-    std::string out = readLines(readEnd.fd, 2, Clock::now() + kStartLimit);
-    waitpid(launcher, nullptr, 0);  // the launcher exits once the daemon has forked
+    std::string out = readLines(readEnd.fd, 1, Clock::now() + kStartLimit);
     auto newline = out.find('\n');
     if (newline == std::string::npos)
         return std::string("dbus-daemon printed no address");
     busAddress_ = out.substr(0, newline);
-    bus_ = static_cast<pid_t>(std::atoi(trimmed(out.substr(newline + 1)).c_str()));
-    if (bus_ <= 0)
-        return std::string("dbus-daemon printed no pid");
+    bus_ = pid;
     return std::nullopt;
 }
 
 pid_t HeadlessSession::spawn(const std::vector<std::string>& argv, const std::string& logName) {
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    std::string log = (dir_ / logName).string();
-    posix_spawn_file_actions_addopen(&actions, 1, log.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    posix_spawn_file_actions_adddup2(&actions, 1, 2);
-    std::vector<std::string> copy = argv;
-    std::vector<char*> args = spawnArray(copy);
-    auto envStrings = childEnvironment();
-    std::vector<char*> envp = spawnArray(envStrings);
-    pid_t pid = 0;
-    int rc = posix_spawnp(&pid, args[0], &actions, nullptr, args.data(), envp.data());
-    posix_spawn_file_actions_destroy(&actions);
-    if (rc != 0)
+    const pid_t pid = startHelper(argv, childEnvironment(), (dir_ / logName).string(), {}, group_);
+    if (pid < 0)
         return -1;
     children_.push_back(pid);
     return pid;
@@ -315,28 +358,27 @@ void HeadlessSession::applyToCurrentProcess() {
 
 void HeadlessSession::stopAll() {
     // Last started first: the window manager and daemons leave before their display does.
-    std::vector<std::pair<pid_t, bool>> order;
-    for (pid_t pid : children_)
-        order.emplace_back(pid, true);
-    if (bus_ > 0)
-        order.insert(order.begin() + (order.empty() ? 0 : 1), {bus_, false});
-    for (auto it = order.rbegin(); it != order.rend(); ++it) {
-        // Plain copies: a lambda below captures them.
-        const pid_t pid = it->first;
-        const bool ourChild = it->second;
+    for (auto it = children_.rbegin(); it != children_.rend(); ++it) {
+        const pid_t pid = *it;
         if (kill(pid, SIGTERM) != 0) {
-            if (ourChild)
-                waitpid(pid, nullptr, WNOHANG);
+            waitpid(pid, nullptr, WNOHANG);
             continue;
         }
-        if (!waitUntil([&] { return isGone(pid, ourChild); }, kStopLimit)) {
+        if (!waitUntil([pid] { return isGone(pid); }, kStopLimit)) {
             kill(pid, SIGKILL);
-            if (ourChild)
-                waitpid(pid, nullptr, 0);
+            waitpid(pid, nullptr, 0);
         }
     }
+    // Whatever the helpers started in their group (a service the bus activated) goes too.
+    if (group_ > 0)
+        killpg(group_, SIGKILL);
     children_.clear();
     bus_ = 0;
+    group_ = 0;
+}
+
+std::vector<pid_t> HeadlessSession::processes() const {
+    return children_;
 }
 
 HeadlessSession::~HeadlessSession() {

@@ -3,7 +3,9 @@
 // reaches dconf) with the accessibility bus, xsettingsd with its own config file and a qt6ct
 // config for Qt applications, all confined to a temporary folder.
 // Integration tests and the command line start one, run targets inside it and let the
-// destructor end every process it started, each by its own pid.
+// destructor end every process it started, each by its own pid. The helpers share one process
+// group of their own (so a Ctrl-C meant for this program doesn't reach them) and get SIGTERM
+// when the thread that started the session ends, even when it is killed outright.
 
 #include <sys/types.h>
 
@@ -48,6 +50,9 @@ class HeadlessSession {
     pid_t settingsDaemonPid() const { return xsettingsd_; }
     // The display server's process.
     pid_t displayServerPid() const { return xvfb_; }
+    // Every helper process, in the order started, and the process group they share.
+    std::vector<pid_t> processes() const;
+    pid_t processGroup() const { return group_; }
     // Makes xsettingsd read its config file again (it answers SIGHUP).
     bool reloadSettings() const;
 
@@ -71,8 +76,9 @@ class HeadlessSession {
     std::string display_;
     std::string busAddress_;
     std::vector<Variable> env_;
-    std::vector<pid_t> children_;  // started by spawn: reaped with waitpid
-    pid_t bus_ = 0;                // forked itself: not our child
+    std::vector<pid_t> children_;  // every helper, reaped with waitpid
+    pid_t group_ = 0;              // led by the display server
+    pid_t bus_ = 0;
     pid_t xsettingsd_ = 0;
     pid_t xvfb_ = 0;
     std::vector<std::pair<std::string, std::optional<std::string>>> savedVariables_;

@@ -6,6 +6,7 @@
 #include "common/PlatformEnvironment.h"
 
 #include <filesystem>
+#include <optional>
 #include <system_error>
 
 #include "QtCanvasFactory.h"
@@ -25,6 +26,7 @@
 #include "linux/XcbScreenBackend.h"
 #include "linux/XcbWindowListBackend.h"
 #include "model/ResourceBundle.h"
+#include "run/JournaledBackends.h"
 
 namespace zd {
 using namespace x11;
@@ -69,6 +71,13 @@ struct PlatformEnvironment::Impl {
         env.menus = &menus;
         env.canvases = &canvases;
         env.settings = &settings;
+        unjournaled = env;
+        if (options.journal) {
+            journaledAppearance.emplace(appearance, *options.journal);
+            journaledOverrides.emplace(overrides, *options.journal);
+            env.appearance = &*journaledAppearance;
+            env.languageOverride = &*journaledOverrides;
+        }
     }
 
     QtClock clock;
@@ -88,7 +97,10 @@ struct PlatformEnvironment::Impl {
     QtCanvasFactory canvases;
     FileSettingsStore settings;
     ResourceBundle bundle;
+    std::optional<JournaledAppearanceBackend> journaledAppearance;
+    std::optional<JournaledLanguageOverrideBackend> journaledOverrides;
     Environment env;
+    Environment unjournaled;
 };
 
 Expected<std::unique_ptr<PlatformEnvironment>, std::string> PlatformEnvironment::create(
@@ -108,6 +120,11 @@ Environment& PlatformEnvironment::environment() {
 }
 ResourceBundle& PlatformEnvironment::resourceBundle() {
     return impl_->bundle;
+}
+Environment PlatformEnvironment::environmentWithoutJournal() {
+    Environment env = impl_->unjournaled;
+    env.dialogs = impl_->env.dialogs;
+    return env;
 }
 
 }  // namespace zd

@@ -40,6 +40,7 @@ std::optional<ToolResult> runTool(const std::vector<std::string>& argv) {
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, fds[1], STDOUT_FILENO);
     posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
     std::vector<std::string> args = argv;
     auto pointers = spawnArray(args);
     pid_t pid = 0;
@@ -74,7 +75,13 @@ Expected<pid_t, std::string> spawnDetached(const SpawnRequest& request) {
     auto envPointers = spawnArray(env);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
+    // Nothing of this program's own: a caller reading our output to its end (a command
+    // substitution, a pipe) mustn't wait for the application to quit, and the application's
+    // warnings are not ours to print.
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
     if (!request.workingDirectory.empty()) {
         posix_spawn_file_actions_addchdir_np(&actions, request.workingDirectory.c_str());
     }

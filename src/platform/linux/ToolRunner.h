@@ -25,7 +25,9 @@ struct SpawnRequest {
     std::string workingDirectory;          // empty: this process's own
 };
 
-// Starts a process that outlives the call; a thread waits for its end so it is reaped.
+// Starts a process that outlives the call, detached from this one: its standard streams on
+// /dev/null, no other descriptor of ours, a process group of its own. A thread waits for its
+// end so it is reaped.
 // The pid, or the system's description of why it couldn't start.
 Expected<pid_t, std::string> spawnDetached(const SpawnRequest& request);
 

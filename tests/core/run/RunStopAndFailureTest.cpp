@@ -34,6 +34,7 @@ TEST_P(RunStops, StopsAtItsCancellationPointsAndPutsThingsBack) {
     EXPECT_FALSE(logged("saveAll"));
     EXPECT_EQ(services.systemAppearance, AppearanceMode::dark);
     EXPECT_TRUE(logged("revertToOriginalLanguage com.example.notes"));
+    EXPECT_FALSE(view->revertInProgress());
     EXPECT_FALSE(view->isWorking);
     EXPECT_FALSE(view->captureTask);
     EXPECT_EQ(view->progress.countdownRemaining(), 0);
