@@ -41,6 +41,12 @@ class DisplaySession {
     bool isHeadless() const { return session_ != nullptr; }
     // The whole environment for a program started on this display.
     std::vector<std::string> childEnvironment() const;
+    // A program started on a private display for the run: noted so that, should this process
+    // be killed, the next start ends it with the display's helpers. Nothing on the user's.
+    void notePrivateProcess(int pid) {
+        if (session_ && journal_.journal)
+            journal_.journal->noteSessionProcess(pid);
+    }
     // The display server still answers (one round trip).
     bool displayAnswers() { return probe_.answers(); }
 

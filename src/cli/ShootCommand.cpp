@@ -105,8 +105,9 @@ int shoot(Context& context, const ShootArguments& args) {
             *context.err << "zephyrdock shoot: " << launcher.error() << "\n";
             return exitFailure;
         }
-        *context.err << "Waiting for the first window of \"" << args.launch << "\"…\n";
         auto& display = (*live)->display();
+        display.notePrivateProcess(launcher->pid());
+        *context.err << "Waiting for the first window of \"" << args.launch << "\"…\n";
         if (auto selected = launcher->selectFirstWindow(
                 view, stopSeen, [&display] { return display.displayAnswers(); }, 60s);
             !selected) {

@@ -52,8 +52,8 @@ class CliRunner {
         return (home.path() / "config/zephyrdock/settings.json").string();
     }
 
-    // Runs with XDG_CONFIG_HOME and HOME inside the private folder, unless `environment`
-    // replaces the whole environment.
+    // Runs with XDG_CONFIG_HOME, XDG_STATE_HOME and HOME inside the private folder, unless
+    // `environment` replaces the whole environment.
     CliResult run(const std::vector<std::string>& arguments,
                   std::optional<std::vector<std::string>> environment = std::nullopt) const {
         std::vector<std::string> words{executable()};
@@ -91,16 +91,19 @@ class CliRunner {
         return text.str();
     }
 
-  private:
+    // This process's environment with the private folders in place of its own.
     std::vector<std::string> inherited() const {
         std::vector<std::string> variables;
         for (char** entry = environ; *entry; ++entry) {
             std::string variable(*entry);
-            if (variable.rfind("XDG_CONFIG_HOME=", 0) == 0 || variable.rfind("HOME=", 0) == 0)
+            if (variable.rfind("XDG_CONFIG_HOME=", 0) == 0 ||
+                variable.rfind("XDG_STATE_HOME=", 0) == 0 || variable.rfind("HOME=", 0) == 0) {
                 continue;
+            }
             variables.push_back(variable);
         }
         variables.push_back("XDG_CONFIG_HOME=" + (home.path() / "config").string());
+        variables.push_back("XDG_STATE_HOME=" + (home.path() / "state").string());
         variables.push_back("HOME=" + home.path().string());
         return variables;
     }

@@ -181,6 +181,14 @@ void RunJournal::noteSession(const std::string& folder, std::int32_t group,
     save();
 }
 
+void RunJournal::noteSessionProcess(std::int32_t pid) {
+    std::lock_guard lock(mutex_);
+    if (auto stamp = backend_.processStamp(pid)) {
+        record_.sessionProcesses.push_back({pid, *stamp});
+        save();
+    }
+}
+
 void RunJournal::clearSession() {
     std::lock_guard lock(mutex_);
     record_.sessionFolder.clear();

@@ -55,6 +55,8 @@ class RunJournal {
     // Entries may be noted from any thread.
     void noteSession(const std::string& folder, std::int32_t group,
                      const std::vector<std::int32_t>& pids);
+    // A process started on the private session for the run (a --launch'ed program).
+    void noteSessionProcess(std::int32_t pid);
     void clearSession();
     // Before a switch of the appearance; the first mode noted is kept until it is cleared.
     void noteAppearanceBefore(bool dark);

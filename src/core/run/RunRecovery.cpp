@@ -50,12 +50,12 @@ std::optional<std::string> summary(const Outcome& outcome) {
     for (const auto& bundleID : outcome.languages)
         parts.push_back("the language of " + bundleID);
     if (outcome.processesEnded > 0) {
-        parts.push_back(std::to_string(outcome.processesEnded) +
-                        (outcome.processesEnded == 1 ? " process" : " processes") +
-                        " of its private display ended");
+        parts.push_back(
+            std::to_string(outcome.processesEnded) +
+            (outcome.processesEnded == 1 ? " leftover process" : " leftover processes") + " ended");
     }
     if (outcome.foldersRemoved)
-        parts.push_back("its temporary folder removed");
+        parts.push_back("the private display's temporary folder removed");
     if (parts.empty())
         return std::nullopt;
     return std::string(outcome.runs == 1 ? "An interrupted run" : "Interrupted runs") +

@@ -83,8 +83,8 @@ TEST_F(RunRecoveryTest, EndsOnlyTheSameProcessesOfADeadSessionAndRemovesItsFolde
     journal.stamps = {{20, "b:200"}, {21, "b:211"}, {22, "b:220"}};  // 21 is another process
 
     EXPECT_EQ(recover(Environment{}),
-              "An interrupted run left changes behind; put back: 2 processes of its private "
-              "display ended and its temporary folder removed.");
+              "An interrupted run left changes behind; put back: 2 leftover processes ended and "
+              "the private display's temporary folder removed.");
     EXPECT_EQ(journal.calls, (std::vector<std::string>{"end 20", "end 22", "end group 20",
                                                        "remove /tmp/zd-session.q"}));
     EXPECT_TRUE(journal.records.empty());
