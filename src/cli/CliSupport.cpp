@@ -22,6 +22,32 @@ std::string absolutePath(const std::string& path) {
     return error ? path : absolute.lexically_normal().string();
 }
 
+void warnAboutSettingsFile(Context& context, const FileSettingsStore& store) {
+    if (auto why = store.unusablePath()) {
+        *context.err << "zephyrdock: " << store.path() << " " << *why
+                     << ", not a settings file; every key falls back\n";
+    } else if (store.fileIsUnreadable()) {
+        *context.err << "zephyrdock: " << store.path()
+                     << " can't be read as settings; every key falls back. The next change "
+                        "keeps a copy of it beside it\n";
+    }
+}
+
+std::string printable(std::string_view text) {
+    static constexpr char hex[] = "0123456789abcdef";
+    std::string result;
+    for (unsigned char c : text) {
+        if (c < 0x20 || c == 0x7f) {
+            result += "\\x";
+            result += hex[c >> 4];
+            result += hex[c & 15];
+        } else {
+            result += static_cast<char>(c);
+        }
+    }
+    return result;
+}
+
 std::string padded(const std::string& text, std::size_t width) {
     std::size_t characters = 0;
     for (unsigned char c : text) {

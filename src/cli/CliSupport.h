@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace CLI {
@@ -49,6 +50,14 @@ std::unique_ptr<FileSettingsStore> openSettings(Context& context);
 
 // The path made absolute against the working folder and normalised; as given if that fails.
 std::string absolutePath(const std::string& path);
+
+// One warning line on stderr when the settings file can't be used or read (every key then
+// falls back), so that no command works from defaults in silence.
+void warnAboutSettingsFile(Context& context, const FileSettingsStore& store);
+
+// The text with its control characters shown as \xNN, so that a language code or a title
+// echoed to a terminal can't move the cursor, clear the screen or start a line of its own.
+std::string printable(std::string_view text);
 
 // The text followed by blanks up to a column of the given width, counting characters rather
 // than bytes (stored texts hold "×" and "…").

@@ -33,6 +33,7 @@ int plan(Context& context, const PlanArguments& args) {
     auto store = openSettings(context);
     if (!store)
         return exitFailure;
+    warnAboutSettingsFile(context, *store);
     ResourceBundle bundle(resourceBundleCandidates());
     // The plan reads the window's fields only: no backend is reached. The flags change this
     // plan only and are checked as the run checks them; nothing is written.
@@ -85,8 +86,8 @@ int plan(Context& context, const PlanArguments& args) {
         return exitSuccess;
     }
     for (const auto& entry : entries) {
-        *context.out << "  " << padded(entry.id, 20) << padded(entry.languageLabel, 26)
-                     << title(entry.mode) << "\n";
+        *context.out << "  " << padded(printable(entry.id), 20)
+                     << padded(printable(entry.languageLabel), 26) << title(entry.mode) << "\n";
     }
     return exitSuccess;
 }

@@ -33,6 +33,7 @@ int preview(Context& context, const PreviewArguments& args) {
     auto store = openSettings(context);
     if (!store)
         return exitFailure;
+    warnAboutSettingsFile(context, *store);
     ensureOffscreenGui();
     ResourceBundle bundle(resourceBundleCandidates());
 
@@ -64,8 +65,8 @@ int preview(Context& context, const PreviewArguments& args) {
         // that is there already.
         const auto png = images.encodePNG(view.renderTile(entry, nullptr, canvas));
         if (!png || png->empty()) {
-            *context.err << "zephyrdock preview: cannot encode the tile " << entry.id << " ("
-                         << canvas.width << "\u00d7" << canvas.height << " pixels)\n";
+            *context.err << "zephyrdock preview: cannot encode the tile " << printable(entry.id)
+                         << " (" << canvas.width << "\u00d7" << canvas.height << " pixels)\n";
             return exitFailure;
         }
         auto path = uniquePath(folder, shotFolder({}, entry.id).string(), "png");

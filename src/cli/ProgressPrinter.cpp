@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "CliSupport.h"
 #include "ui/ProgressPanelRules.h"
 
 namespace zd::cli {
@@ -58,7 +59,7 @@ void ProgressPrinter::update() {
     // The window's idle line ("Pick a window, …") is no news while the run starts up.
     if (model_.captureStage().empty() && model_.statusMessage() == idleStatus_)
         return;
-    const std::string line = lineFor(model_);
+    const std::string line = printable(lineFor(model_));
     if (line == shown_)
         return;  // the model announces writes of the value it holds too
     shown_ = line;

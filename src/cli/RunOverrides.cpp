@@ -8,6 +8,7 @@
 
 #include "CliSupport.h"
 #include "QtCanvasFactory.h"
+#include "QtImageCodec.h"
 #include "SettingKeys.h"
 #include "env/SettingsStore.h"
 #include "model/Preferences.h"
@@ -213,9 +214,19 @@ Expected<void, std::string> RunOverrides::applyTo(ContentView& view, std::ostrea
         auto absolute = std::filesystem::absolute(backgroundImage, error);
         picture = error ? backgroundImage : absolute.string();
         kind = BackgroundKind::image;
-        if (!std::filesystem::is_regular_file(*picture, error)) {
-            warnings << "zephyrdock: warning: the background picture " << *picture
-                     << " doesn't exist; the background falls back to its fill colour\n";
+        const auto type = std::filesystem::status(*picture, error).type();
+        std::string problem;
+        if (type == std::filesystem::file_type::not_found)
+            problem = "doesn't exist";
+        else if (type == std::filesystem::file_type::directory)
+            problem = "is a folder";
+        else if (type != std::filesystem::file_type::regular)
+            problem = "is not a regular file";
+        else if (!QtImageCodec().load(*picture))
+            problem = "can't be read as a picture (damaged, of an unknown kind, or too large)";
+        if (!problem.empty()) {
+            warnings << "zephyrdock: warning: the background picture " << *picture << " " << problem
+                     << "; the background falls back to its fill colour\n";
         }
     }
     for (BackgroundChoice* choice : {&view.lightBackground, &view.darkBackground}) {

@@ -45,17 +45,6 @@ bool reportWriteError(Context& context, const FileSettingsStore& store) {
     return true;
 }
 
-void warnIfUnreadable(Context& context, const FileSettingsStore& store) {
-    if (auto why = store.unusablePath()) {
-        *context.err << "zephyrdock settings: " << store.path() << " " << *why
-                     << ", not a settings file; every key falls back\n";
-    } else if (store.fileIsUnreadable()) {
-        *context.err << "zephyrdock settings: " << store.path()
-                     << " can't be read as settings; every key falls back. The next change "
-                        "keeps a copy of it beside it\n";
-    }
-}
-
 // The value a start takes: as the key alone reads, except for the background pictures, which
 // a first start takes from the resource bundle where no picture is stored.
 Value inEffect(const SettingsStore& store, const SettingKey& key,
@@ -74,7 +63,7 @@ int show(Context& context, bool json) {
     auto store = openSettings(context);
     if (!store)
         return exitFailure;
-    warnIfUnreadable(context, *store);
+    warnAboutSettingsFile(context, *store);
     ResourceBundle bundle(resourceBundleCandidates());
     const auto loaded = Preferences::load(*store, bundle);
     if (json) {

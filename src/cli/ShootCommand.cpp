@@ -44,6 +44,7 @@ int checkBeforeStart(Context& context, const ShootArguments& args) {
     auto store = openSettings(context);
     if (!store)
         return exitFailure;
+    warnAboutSettingsFile(context, *store);
     Environment none;
     LiveRunServices services(none);
     ContentView probe(none, services);
@@ -134,7 +135,17 @@ int shoot(Context& context, const ShootArguments& args) {
 
     if (args.saveSettings) {
         args.overrides.store(view, *env.settings);
-        *context.err << "The given settings are stored for the next runs.\n";
+        const auto* file = dynamic_cast<const FileSettingsStore*>(env.settings);
+        if (file && file->setAside()) {
+            *context.err << "zephyrdock: " << file->path()
+                         << " couldn't be read as settings; it is kept as " << *file->setAside()
+                         << "\n";
+        }
+        if (file && file->lastWriteError())
+            *context.err << "zephyrdock: cannot save the settings: " << *file->lastWriteError()
+                         << "\n";
+        else
+            *context.err << "The given settings are stored for the next runs.\n";
     }
     if (!args.overrides.saveFolder.empty())
         (*live)->services().saveFolderOverride = absolutePath(args.overrides.saveFolder);
@@ -150,6 +161,8 @@ int shoot(Context& context, const ShootArguments& args) {
     if (view.destinationMode == DestinationMode::group && view.lastRunRoot)
         *context.err << "Joining " << *view.lastRunRoot << "\n";
 
+    // The target as the run starts, for the words after it (its window may be gone by then).
+    const auto chosen = view.runTarget();
     std::string lastShown;
     {
         winsize terminal{};
@@ -175,8 +188,23 @@ int shoot(Context& context, const ShootArguments& args) {
     }
 
     const bool saved = view.lastRunRoot && view.progress.statusMessage().rfind("Saved ", 0) == 0;
-    if (lastShown != view.progress.statusMessage())
-        *context.err << view.progress.statusMessage() << "\n";
+    std::string status = view.progress.statusMessage();
+    if (status.rfind("Capture failed: ", 0) == 0) {
+        // The system's generic words hide the two usual causes on Linux; name them.
+        const bool targetGone =
+            chosen && (chosen->bundleId && !chosen->bundleId->empty()
+                           ? env.processes->runningApplications(*chosen->bundleId).empty()
+                           : !env.processes->runningApplication(chosen->pid));
+        if (!(*live)->display().displayAnswers())
+            status = "Capture failed: the display stopped answering during the run.";
+        else if (targetGone)
+            status = "Capture failed: " + chosen->appName + " quit during the run.";
+    } else if (status.rfind("Save failed: ", 0) == 0) {
+        if (auto folder = (*live)->services().saveFolderURL())
+            status += " (saving under " + *folder + ")";
+    }
+    if (lastShown != printable(status))
+        *context.err << printable(status) << "\n";
     if (saved && args.reveal)
         view.revealInFinder(*view.lastRunRoot);
     // The target goes back to its own language after the run, whatever the scope; wait for
@@ -184,7 +212,7 @@ int shoot(Context& context, const ShootArguments& args) {
     // own waits bound it): leaving between its end of the target and the restart would leave
     // the target closed. A stop only cuts short the search for its window afterwards.
     if (view.revertInProgress()) {
-        const std::string appName = view.menuBar.appName;
+        const std::string appName = chosen ? chosen->appName : view.menuBar.appName;
         *context.err << "Putting " << appName << " back in its own language\u2026\n";
         view.selectedTargetID.reset();
         processEventsUntil(

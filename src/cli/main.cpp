@@ -33,6 +33,9 @@ int main(int argc, char** argv) {
     app.add_option("--settings-file", settingsFile,
                    "Use this settings file instead of "
                    "$XDG_CONFIG_HOME/zephyrdock/settings.json")
+        ->check([](const std::string& path) {
+            return path.empty() ? std::string("--settings-file needs the path of a file") : "";
+        })
         ->each([&context](const std::string& path) {
             // Made absolute at once, so the folder it lies in is never an empty path.
             context.settingsFile = absolutePath(path);
