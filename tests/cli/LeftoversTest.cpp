@@ -242,5 +242,57 @@ TEST(Leftovers, ARunKilledOnTheUsersDesktopGetsAppearanceAndLanguageBackAtTheNex
     EXPECT_FALSE(fs::exists(state / "run-dead.journal"));
 }
 
+// The gedit processes on `display`, by their environment.
+std::vector<pid_t> geditsOn(const std::string& display) {
+    std::vector<pid_t> found;
+    for (const auto& entry : fs::directory_iterator("/proc")) {
+        const std::string name = entry.path().filename().string();
+        if (name.find_first_not_of("0123456789") != std::string::npos ||
+            test::CliRunner::read((entry.path() / "comm").string()) != "gedit\n") {
+            continue;
+        }
+        const std::string environ = test::CliRunner::read((entry.path() / "environ").string());
+        if (environ.find(std::string("DISPLAY=") + display + '\0') != std::string::npos &&
+            running(std::stoi(name))) {
+            found.push_back(std::stoi(name));
+        }
+    }
+    return found;
+}
+
+TEST(Leftovers, CtrlCWhileTheTargetIsPutBackWaitsTillItRunsAgain) {
+    auto session = x11::HeadlessSession::start();  // the user's desktop here
+    ASSERT_TRUE(session) << session.error();
+    const auto environment = (*session)->childEnvironment();
+    const std::string display = (*session)->display();
+    test::CliRunner cli;
+    runIn(environment, {"sh", "-c", "gedit >/dev/null 2>&1 &"});
+    ASSERT_TRUE(waitFor(
+        [&] {
+            return cli.run({"--settings-file", cli.settingsPath(), "targets"}, environment)
+                       .out.find("gedit") != std::string::npos;
+        },
+        60s));
+
+    auto run = start(
+        cli,
+        {"shoot", "--target", "gedit", "--languages", "de", "--appearances", "light", "--countdown",
+         "0", "--canvas", "320x200", "--save-folder", cli.home.path().string()},
+        environment);
+    const bool puttingBack = waitFor(
+        [&] { return run.err().find("back in its own language") != std::string::npos; }, 120s);
+    kill(run.pid, SIGINT);
+    std::this_thread::sleep_for(100ms);
+    kill(run.pid, SIGINT);
+    const int exitCode = run.wait();
+    const auto gedits = geditsOn(display);
+    for (pid_t pid : gedits)
+        kill(pid, SIGKILL);
+    ASSERT_TRUE(puttingBack) << run.err();
+    EXPECT_EQ(exitCode, 0) << run.err();
+    EXPECT_NE(run.err().find("Still waiting for Gedit"), std::string::npos) << run.err();
+    EXPECT_FALSE(gedits.empty()) << "the target was left closed: " << run.err();
+}
+
 }  // namespace
 }  // namespace zd

@@ -74,8 +74,11 @@ Task<std::optional<std::string>> recoverInterruptedRuns(Environment env,
             journal.removeRecord(name);  // records are written whole: this one is foreign
             continue;
         }
-        if (journal.processStamp(record->owner.pid) == record->owner.stamp)
-            continue;  // its run is still going
+        // Its run is still going, or there was no telling its process apart when it began.
+        if (record->owner.stamp.empty() ||
+            journal.processStamp(record->owner.pid) == record->owner.stamp) {
+            continue;
+        }
         ++outcome.runs;
         RunJournal::Record left = *record;
         if (!record->sessionFolder.empty() || !record->sessionProcesses.empty()) {

@@ -137,6 +137,10 @@ pid_t startHelper(const std::vector<std::string>& argv, const std::vector<std::s
     std::vector<std::string> args = argv;
     std::vector<std::string> variables = env;
     const std::string program = inPath(args.front());
+    if (program.find('/') == std::string::npos) {
+        errno = ENOENT;  // as a spawn would say: nothing of that name on the PATH
+        return -1;
+    }
     std::vector<char*> argPointers = spawnArray(args);
     std::vector<char*> envPointers = spawnArray(variables);
     const pid_t parent = getpid();
