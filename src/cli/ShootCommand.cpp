@@ -14,6 +14,7 @@
 #include "OffscreenGui.h"
 #include "ProgressPrinter.h"
 #include "RunOverrides.h"
+#include "SettingKeys.h"
 #include "StopRequest.h"
 #include "TargetLauncher.h"
 #include "TargetText.h"
@@ -95,6 +96,12 @@ int shoot(Context& context, const ShootArguments& args) {
     ContentView& view = (*live)->view();
     Environment& env = (*live)->environment();
     (void)args.overrides.applyTo(view, *context.err);  // checked above; now with warnings
+    if (view.countdownSeconds > maxCountdownSeconds) {
+        // Only a hand-edited file holds more; a stop would race down every second of it.
+        *context.err << "zephyrdock: warning: the stored countdown of " << view.countdownSeconds
+                     << " seconds is cut to " << maxCountdownSeconds << "\n";
+        view.countdownSeconds = maxCountdownSeconds;
+    }
     view.reloadSpaces();
     view.reloadCompositeWindows();
 
