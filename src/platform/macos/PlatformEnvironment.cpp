@@ -6,6 +6,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <optional>
 
 #include "QtCanvasFactory.h"
 #include "QtImageCodec.h"
@@ -21,6 +22,7 @@
 #include "macos/UserDefaultsSettingsStore.h"
 #include "macos/VisionTextRecognitionBackend.h"
 #include "model/ResourceBundle.h"
+#include "run/JournaledBackends.h"
 
 namespace zd {
 using namespace mac;
@@ -54,6 +56,13 @@ struct PlatformEnvironment::Impl {
         env.textRecognition = &text;
         env.canvases = &canvases;
         env.settings = &settings;
+        unjournaled = env;
+        if (options.journal) {
+            journaledAppearance.emplace(appearance, *options.journal);
+            journaledOverrides.emplace(overrides, *options.journal);
+            env.appearance = &*journaledAppearance;
+            env.languageOverride = &*journaledOverrides;
+        }
     }
 
     QtClock clock;
@@ -72,7 +81,10 @@ struct PlatformEnvironment::Impl {
     // A settings path names a defaults suite instead of the application's own domain.
     UserDefaultsSettingsStore settings;
     ResourceBundle bundle;
+    std::optional<JournaledAppearanceBackend> journaledAppearance;
+    std::optional<JournaledLanguageOverrideBackend> journaledOverrides;
     Environment env;
+    Environment unjournaled;
 };
 
 Expected<std::unique_ptr<PlatformEnvironment>, std::string> PlatformEnvironment::create(
@@ -89,6 +101,11 @@ Environment& PlatformEnvironment::environment() {
 }
 ResourceBundle& PlatformEnvironment::resourceBundle() {
     return impl_->bundle;
+}
+Environment PlatformEnvironment::environmentWithoutJournal() {
+    Environment env = impl_->unjournaled;
+    env.dialogs = impl_->env.dialogs;
+    return env;
 }
 
 }  // namespace zd
