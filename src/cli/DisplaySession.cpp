@@ -79,6 +79,9 @@ Expected<std::unique_ptr<DisplaySession>, std::string> DisplaySession::open(cons
                                      (*session)->processes());
     }
     (*session)->applyToCurrentProcess();
+    // What a run changes there (appearance, overrides) lives and ends with the session: only
+    // the session itself is journaled, never as if it were the user's desktop.
+    platformOptions.journal = nullptr;
     auto platform = PlatformEnvironment::create(platformOptions);
     if (!platform) {
         session->reset();
