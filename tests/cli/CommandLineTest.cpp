@@ -52,47 +52,33 @@ TEST(CommandLine, ShootWithoutASaveFolderSaysSoBeforeStarting) {
 }
 
 struct Message {
-    const char* name;
-    std::vector<std::string> arguments;  // "{home}" stands for the private folder
+    std::vector<std::string> arguments;
     int exitCode;
     std::string said;
 };
 
 // What goes wrong is named in words of its own, with the path it concerns.
 TEST(CommandLine, ProblemsAreNamedClearly) {
+    test::CliRunner cli;
+    const std::string home = cli.home.path().string();
+    const std::string notAPicture = cli.home.file("config.txt", "not a picture");
     const std::vector<Message> cases{
-        {"EmptySettingsFile", {"--settings-file", "", "plan"}, 2, "needs the path of a file"},
-        {"SettingsFileIsAFolder",
-         {"--settings-file", "{home}", "plan"},
+        {{"--settings-file", "", "plan"}, 2, "needs the path of a file"},
+        {{"--settings-file", home, "plan"}, 0, home + " is a folder, not a settings file"},
+        {{"preview", "--out", home + "/p", "--background-image", home},
          0,
-         "{home} is a folder, not a settings file; every key falls back"},
-        {"BackgroundIsAFolder",
-         {"preview", "--out", "{home}/p", "--background-image", "{home}"},
-         0,
-         "{home} is a folder; the background falls back"},
-        {"BackgroundIsNoPicture",
-         {"preview", "--out", "{home}/p", "--background-image", "{home}/config.txt"},
+         home + " is a folder; the background falls back"},
+        {{"preview", "--out", home + "/q", "--background-image", notAPicture},
          0,
          "can't be read as a picture"},
-        {"ControlCharactersInACode", {"plan", "--languages", "x\x1b[2J"}, 0, "x\\x1b[2J-light"},
+        {{"plan", "--languages", "x\x1b[2J"}, 0, "x\\x1b[2J-light"},
     };
     for (const auto& c : cases) {
-        test::CliRunner cli;
-        cli.home.file("config.txt", "not a picture");
-        const std::string home = cli.home.path().string();
-        auto withHome = [&](std::string text) {
-            for (auto at = text.find("{home}"); at != std::string::npos; at = text.find("{home}"))
-                text.replace(at, 6, home);
-            return text;
-        };
-        std::vector<std::string> arguments;
-        for (const auto& word : c.arguments)
-            arguments.push_back(withHome(word));
-        auto result = cli.run(arguments);
-        EXPECT_EQ(result.exitCode, c.exitCode) << c.name << ": " << result.err;
-        EXPECT_NE((result.err + result.out).find(withHome(c.said)), std::string::npos)
-            << c.name << ": " << result.err << result.out;
-        EXPECT_EQ(result.out.find('\x1b'), std::string::npos) << c.name;
+        auto result = cli.run(c.arguments);
+        EXPECT_EQ(result.exitCode, c.exitCode) << c.said << ": " << result.err;
+        EXPECT_NE((result.err + result.out).find(c.said), std::string::npos)
+            << c.said << ": " << result.err << result.out;
+        EXPECT_EQ(result.out.find('\x1b'), std::string::npos) << c.said;
     }
 }
 
