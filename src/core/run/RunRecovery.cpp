@@ -55,7 +55,7 @@ std::optional<std::string> summary(const Outcome& outcome) {
             (outcome.processesEnded == 1 ? " leftover process" : " leftover processes") + " ended");
     }
     if (outcome.foldersRemoved)
-        parts.push_back("the private display's temporary folder removed");
+        parts.emplace_back("the private display's temporary folder removed");
     if (parts.empty())
         return std::nullopt;
     return std::string(outcome.runs == 1 ? "An interrupted run" : "Interrupted runs") +

@@ -118,7 +118,7 @@ std::string inPath(const std::string& name) {
         const auto colon = folders.find(':');
         const std::string folder(folders.substr(0, colon));
         folders = colon == std::string_view::npos ? std::string_view() : folders.substr(colon + 1);
-        const std::string candidate = (folder.empty() ? "." : folder) + "/" + name;
+        std::string candidate = (folder.empty() ? "." : folder) + "/" + name;
         if (access(candidate.c_str(), X_OK) == 0)
             return candidate;
     }
