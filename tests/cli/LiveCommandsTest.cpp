@@ -215,7 +215,7 @@ TEST_F(LiveCommands, BadInputGetsOneClearLineAndANonZeroExit) {
         {"unwritable save folder",
          {"--target", "Untitled Document 1", "--save-folder", "/proc/zd-cannot-write"},
          1,
-         "Save failed: "},
+         "(saving under /proc/zd-cannot-write)"},
         {"two targets", {"--target", "gedit", "--launch", "gedit"}, 2, "excludes"},
     };
     for (const auto& bad : cases) {
