@@ -138,6 +138,24 @@ TEST(Leftovers, EveryWayARunWaitingForALaunchedWindowEndsLeavesNothingRunning) {
     }
 }
 
+TEST(Leftovers, ARunWhoseDisplayDiesSaysSoInItsOwnWords) {
+    test::CliRunner cli;
+    auto run = start({test::CliRunner::executable(), "--settings-file", cli.settingsPath(), "shoot",
+                      "--headless", "--launch", "gedit", "--languages", "none", "--appearances",
+                      "light", "--countdown", "3", "--save-folder", cli.home.path().string()},
+                     cli.inherited(), (cli.home.path() / "err").string());
+    ASSERT_TRUE(waitFor([&] { return run.err().find("  [3]") != std::string::npos; }, 60s))
+        << run.err();
+    for (const auto& [pid, command] : descendantsOf(run.pid)) {
+        if (command.rfind("Xvfb", 0) == 0)
+            kill(pid, SIGKILL);
+    }
+    EXPECT_EQ(run.wait(), 1);
+    EXPECT_NE(run.err().find("Capture failed: the display stopped answering during the run."),
+              std::string::npos)
+        << run.err();
+}
+
 void runIn(const std::vector<std::string>& environment, std::vector<std::string> words) {
     test::TemporaryFolder folder;
     start(words, environment, (folder.path() / "err").string()).wait();
