@@ -34,8 +34,9 @@ using testing::waitFor;
 class XcbCaptureTest : public testing::SessionTest {
   public:
     static void SetUpTestSuite() {
-        // A small screen, so that the calculator's minimum size matters for the half preset.
-        startSession({.width = 1024, .height = 768});
+        // A small screen, so that the calculator's minimum size matters for the half preset;
+        // scale 1, so that points are pixels (DensitySessionTest covers scale 2).
+        startSession({.width = 1024, .height = 768, .scale = 1});
         if (!sessionStarted())
             return;
         auto opened = XcbConnection::open();
@@ -187,7 +188,7 @@ TEST_F(XcbCaptureTest, BothApplicationsAreTargetsAndRows) {
         EXPECT_TRUE(row.enabled);
 }
 
-TEST_F(XcbCaptureTest, ACoveredOrPartlyOffScreenWindowIsCapturedAloneAtTwiceItsSize) {
+TEST_F(XcbCaptureTest, ACoveredOrPartlyOffScreenWindowIsCapturedAloneAtItsOwnSize) {
     ASSERT_TRUE(place(geditWindow, {100, 100, 600, 400}));
     ASSERT_TRUE(place(calculatorWindow, {200, 150, 400, 520}));
     // Covered before its first capture: the window's own pixmap is filled by its repaint.
@@ -195,8 +196,8 @@ TEST_F(XcbCaptureTest, ACoveredOrPartlyOffScreenWindowIsCapturedAloneAtTwiceItsS
     auto covered =
         testing::runToEnd(CaptureEngine::captureWindow(env(), CaptureTarget{geditWindow}));
     ASSERT_TRUE(covered) << covered.error().systemMessage;
-    EXPECT_EQ(covered->width(), 1200);
-    EXPECT_EQ(covered->height(), 800);
+    EXPECT_EQ(covered->width(), 600);
+    EXPECT_EQ(covered->height(), 400);
 
     raise(gedit->pid());
     auto uncovered =
@@ -378,13 +379,13 @@ TEST_F(XcbCaptureTest, TwoWindowsArePaintedAtTheirPositionsWithTransparentGaps) 
     ASSERT_TRUE(layout);
     auto image = testing::runToEnd(CaptureEngine::captureFullDisplay(env(), *layout, records));
     ASSERT_TRUE(image);
-    ASSERT_EQ(image->width(), 2048);
-    ASSERT_EQ(image->height(), 1536);
+    ASSERT_EQ(image->width(), 1024);
+    ASSERT_EQ(image->height(), 768);
     EXPECT_TRUE(records.lastSkippedWindowNames.empty());
     ASSERT_EQ(records.lastCaptureOutcomes.size(), 2u);
 
     auto alphaAt = [&](double x, double y) {
-        return Image::alphaOf(image->pixel(static_cast<int>(x * 2), static_cast<int>(y * 2)));
+        return Image::alphaOf(image->pixel(static_cast<int>(x), static_cast<int>(y)));
     };
     EXPECT_EQ(alphaAt(250, 200), 255u) << "gedit's middle";
     EXPECT_EQ(alphaAt(840, 360), 255u) << "the calculator's middle";

@@ -8,8 +8,8 @@
 
 namespace zd::CaptureEngine {
 
-int pixelsFor(double points) {
-    const double pixels = points * 2;
+int pixelsFor(double points, double density) {
+    const double pixels = points * density;
     if (!(pixels > 0))
         return 0;  // also NaN
     if (pixels >= static_cast<double>(std::numeric_limits<int>::max())) {
@@ -18,10 +18,10 @@ int pixelsFor(double points) {
     return static_cast<int>(pixels);
 }
 
-WindowCaptureConfiguration windowConfiguration(const Rect& frame) {
+WindowCaptureConfiguration windowConfiguration(const Rect& frame, double density) {
     WindowCaptureConfiguration config;
-    config.width = pixelsFor(frame.width);
-    config.height = pixelsFor(frame.height);
+    config.width = pixelsFor(frame.width, density);
+    config.height = pixelsFor(frame.height, density);
     config.showsCursor = false;
     config.capturesAudio = false;
     config.scalesToFit = false;
@@ -41,9 +41,13 @@ Task<Expected<Image, CaptureFailure>> captureWindow(const Environment& env, Capt
     if (window == windows.end())
         co_return unexpected(CaptureFailure::of(CaptureError::windowNotFound));
     const ShareableWindow& chosen = *window;
-    const WindowCaptureConfiguration config = windowConfiguration(chosen.frame);
-    co_return co_await onWorker(*env.workers,
-                                [&] { return backend.captureWindow(chosen, config); });
+    const WindowCaptureConfiguration config =
+        windowConfiguration(chosen.frame, chosen.pixelDensity);
+    auto picture =
+        co_await onWorker(*env.workers, [&] { return backend.captureWindow(chosen, config); });
+    if (picture)
+        picture->setPixelsPerPoint(chosen.pixelDensity);
+    co_return picture;
 }
 
 bool isCGImageBlank(const Image& image) {

@@ -1,7 +1,8 @@
 #pragma once
 // Reading the screen: one window by itself (this file) and the stack of chosen windows
-// (FullDisplayCapture.h). Pictures come at twice the window's size in points, whatever the
-// display's own scale, and their size counts pixels.
+// (FullDisplayCapture.h). Pictures come at the density the system captures the window at
+// (twice its size in points on macOS, its own pixels on X11), their size counts pixels, and
+// each carries that density so the compositor keeps the window's share of the screen.
 
 #include <cstdint>
 
@@ -19,12 +20,12 @@ struct Environment;
 
 namespace CaptureEngine {
 
-// Twice the frame's size, truncated: 800.5 points wide gives 1601 pixels.
-int pixelsFor(double points);
+// The frame's size at `density`, truncated: 800.5 points wide at 2 gives 1601 pixels.
+int pixelsFor(double points, double density = 2.0);
 
 // The configuration of a single-window capture: no cursor, no audio, no scaling; the system's
 // background and shadow stay.
-WindowCaptureConfiguration windowConfiguration(const Rect& frame);
+WindowCaptureConfiguration windowConfiguration(const Rect& frame, double density = 2.0);
 
 // The window `target.id` alone. Fails with `permissionDenied` when the content can't be
 // listed, `windowNotFound` when the window isn't listed, or the capture's own failure.

@@ -52,8 +52,8 @@ std::string label(const ShareableWindow& window) {
     return label(applicationName(window), window.title.value_or(""));
 }
 
-WindowCaptureConfiguration stackConfiguration(const Rect& frame) {
-    WindowCaptureConfiguration config = windowConfiguration(frame);
+WindowCaptureConfiguration stackConfiguration(const Rect& frame, double density) {
+    WindowCaptureConfiguration config = windowConfiguration(frame, density);
     config.backgroundColor = Color::clear();
     config.ignoresShadowsSingleWindow = true;
     return config;
@@ -165,20 +165,26 @@ Task<Expected<FullDisplayLayout, CaptureFailure>> buildLayoutFromCompositeWindow
 
 Image paintStack(const CanvasFactory& canvases, const ShareableDisplay& display,
                  const std::vector<StackedWindow>& stack) {
-    auto canvas = canvases.makeCanvas(display.width * 2, display.height * 2);
+    const double d = display.pixelDensity > 0 ? display.pixelDensity : 2.0;
+    auto canvas = canvases.makeCanvas(pixelsFor(display.width, d), pixelsFor(display.height, d));
     if (!canvas)
         return Image();
     const double H = display.height;
-    for (const auto& [image, frame] : stack) {
+    for (const auto& [image, global] : stack) {
+        // Frames are global; the canvas shows the display alone, from its own corner.
+        const Rect frame{global.x - display.origin.x, global.y - display.origin.y, global.width,
+                         global.height};
         // The frame counts y down from the top; the canvas counts it up from the bottom.
-        Rect destination{frame.x * 2, (H - frame.y - frame.height) * 2, frame.width * 2,
-                         frame.height * 2};
+        Rect destination{frame.x * d, (H - frame.y - frame.height) * d, frame.width * d,
+                         frame.height * d};
         canvas->save();
         canvas->setShadow(kStackShadow);
         canvas->drawImage(image, Rect{}, destination, CompositeOp::sourceOver);
         canvas->restore();
     }
-    return canvas->finish();
+    Image painted = canvas->finish();
+    painted.setPixelsPerPoint(d);
+    return painted;
 }
 
 Task<Expected<Image, CaptureFailure>> captureFullDisplay(const Environment& env,
@@ -196,7 +202,7 @@ Task<Expected<Image, CaptureFailure>> captureFullDisplay(const Environment& env,
     for (const ShareableWindow& window : layout->windows) {
         auto known = layout->frames.find(window.windowID);
         const Rect frame = known != layout->frames.end() ? known->second : window.frame;
-        const WindowCaptureConfiguration config = stackConfiguration(frame);
+        const WindowCaptureConfiguration config = stackConfiguration(frame, window.pixelDensity);
         Expected<Image, CaptureFailure> picture =
             unexpected(CaptureFailure::system("No capture interface"));
         if (env.capture && env.workers) {

@@ -63,7 +63,7 @@ std::string applicationName(const ShareableWindow& window);
 std::string label(const ShareableWindow& window);
 
 // The configuration of one window of the stack: transparent background, no system shadow.
-WindowCaptureConfiguration stackConfiguration(const Rect& frame);
+WindowCaptureConfiguration stackConfiguration(const Rect& frame, double density = 2.0);
 
 // Pure halves, for the operations below.
 Expected<FullDisplayLayout, CaptureFailure> layoutFromSnapshot(const ShareableContent& content,
@@ -85,7 +85,8 @@ struct StackedWindow {
     Image image;
     Rect frame;
 };
-// Paints the pictures in order on a transparent canvas of 2W × 2H.
+// Paints the pictures in order on a transparent canvas of the display's size at its density
+// (2W × 2H at density 2); the picture carries that density.
 Image paintStack(const CanvasFactory& canvases, const ShareableDisplay& display,
                  const std::vector<StackedWindow>& stack);
 

@@ -88,7 +88,11 @@ Layout layout(const Inputs& inputs, const std::optional<ScreenInfo>& mainScreen,
     const double iw = inputs.windowImage.width();
     const double ih = inputs.windowImage.height();
     const double p = realMenuBarHeightPts;
-    const double s = mainScreen ? mainScreen->backingScaleFactor : fallbackBackingScale;
+    // Pixels per point of the image: the density it was captured at, so that screen lengths in
+    // points and the image's pixels agree; the screen's own for an image that doesn't say.
+    const double s = inputs.windowImage.pixelsPerPoint() > 0
+                         ? inputs.windowImage.pixelsPerPoint()
+                         : (mainScreen ? mainScreen->backingScaleFactor : fallbackBackingScale);
     Layout result;
 
     if (inputs.isFullDisplayCapture) {

@@ -30,7 +30,7 @@ namespace Compositor {
 
 // The argument record of render; render only reads it.
 struct Inputs {
-    Image windowImage;  // pixels of the screen's backing store
+    Image windowImage;  // pixels of the screen's backing store, at the density it carries
     Size canvas;        // output size in pixels
     BackgroundChoice background;
     AppearanceMode mode = AppearanceMode::light;

@@ -18,6 +18,11 @@ Compositor::Inputs tileInputs(AppearanceMode mode, const CapturedShot* real, Siz
     } else {
         image = placeholders.window(mode, state.placeholderWindowSize);
     }
+    if (!real) {
+        // A copy that says its density; the cached picture stays shared.
+        image.setPixelsPerPoint(
+            placeholderPixelsPerPoint(fullDisplay, state.placeholderWindowSize, state.mainScreen));
+    }
 
     // Titles read off the real bar win over the configured ones, for this picture only.
     MenuBarConfig menuBar = state.menuBar;
@@ -40,6 +45,16 @@ Compositor::Inputs tileInputs(AppearanceMode mode, const CapturedShot* real, Siz
 Image renderTile(AppearanceMode mode, const CapturedShot* real, Size canvas, const TileState& state,
                  Placeholders& placeholders, const Compositor::Platform& platform) {
     return Compositor::render(tileInputs(mode, real, canvas, state, placeholders), platform);
+}
+
+double placeholderPixelsPerPoint(bool fullDisplay, Size placeholderSize,
+                                 const std::optional<ScreenInfo>& mainScreen) {
+    constexpr double fallbackScale = 2.0;
+    if (!mainScreen)
+        return fallbackScale;
+    if (fullDisplay && mainScreen->frame.width > 0 && placeholderSize.width > 0)
+        return placeholderSize.width / mainScreen->frame.width;
+    return mainScreen->backingScaleFactor > 0 ? mainScreen->backingScaleFactor : fallbackScale;
 }
 
 Size previewTileCanvas(Size canvasSize) {

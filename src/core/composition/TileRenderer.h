@@ -25,6 +25,9 @@ class Placeholders;
 struct TileState {
     CaptureScope captureScope = CaptureScope::singleWindow;
     Size placeholderWindowSize;  // placeholderWindowSize(for:) of the state owner
+    // The main screen a placeholder stands in for: it gives a placeholder the density a capture
+    // of that screen would have, so a tile keeps the saved picture's proportions.
+    std::optional<ScreenInfo> mainScreen;
     MenuBarConfig menuBar;
     std::vector<std::string> detectedMenuTitles;
     BackgroundChoice lightBackground;
@@ -42,6 +45,11 @@ Compositor::Inputs tileInputs(AppearanceMode mode, const CapturedShot* real, Siz
 // Composes one tile.
 Image renderTile(AppearanceMode mode, const CapturedShot* real, Size canvas, const TileState& state,
                  Placeholders& placeholders, const Compositor::Platform& platform);
+
+// Pixels per point of a placeholder: a window's is the screen's scale (2 without a screen), a
+// desktop's is its width over the screen's width in points, as a capture of that screen has.
+double placeholderPixelsPerPoint(bool fullDisplay, Size placeholderSize,
+                                 const std::optional<ScreenInfo>& mainScreen);
 
 // The canvas of a preview tile: the output canvas scaled so its long side is at most 720,
 // never enlarged.

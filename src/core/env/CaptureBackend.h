@@ -26,12 +26,20 @@ struct ShareableWindow {
     std::optional<ShareableApplication> owningApplication;
     std::optional<std::string> title;
     int windowLayer = 0;
+    // Pixels per point at which the system captures this window: where it hands out the
+    // window's own backing store (X11), that store's density; where it scales to any asked size
+    // (macOS), the fixed twice that every capture is taken at.
+    double pixelDensity = 2.0;
 };
 
 struct ShareableDisplay {
     std::uint32_t displayID = 0;
     int width = 0;  // points
     int height = 0;
+    // Its top-left corner in the global coordinates of window frames (points).
+    Point origin;
+    // Pixels per point of a picture of the whole display (see ShareableWindow::pixelDensity).
+    double pixelDensity = 2.0;
 };
 
 struct ShareableContent {

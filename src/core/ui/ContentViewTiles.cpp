@@ -3,6 +3,8 @@
 
 #include "composition/Compositor.h"
 #include "composition/MenuTitles.h"
+#include "env/Environment.h"
+#include "env/ScreenBackend.h"
 #include "ui/ContentView.h"
 
 namespace zd {
@@ -11,6 +13,8 @@ TileState ContentView::tileState() const {
     TileState state;
     state.captureScope = captureScope;
     state.placeholderWindowSize = placeholderWindowSize(canvasSize());
+    if (env_.screens)
+        state.mainScreen = env_.screens->mainScreen();
     state.menuBar = menuBar;
     state.detectedMenuTitles = detectedMenuTitles;
     state.lightBackground = lightBackground;

@@ -66,9 +66,54 @@ ClientWindow EwmhClients::describe(xcb_window_t window) const {
     } else if (auto legacy = connection_->bytes(window, atoms.wmName)) {
         client.title = *legacy;
     }
-    client.bounds = connection_->rootGeometry(window);
+    if (auto seen = footprint(window)) {
+        const double scale = connection_->scale();
+        client.bounds = Rect{seen->visible.x / scale, seen->visible.y / scale,
+                             seen->visible.width / scale, seen->visible.height / scale};
+    }
     client.layer = layerOf(window);
     return client;
+}
+
+namespace {
+
+Extents extentsOf(const std::optional<std::vector<std::uint32_t>>& values) {
+    if (!values || values->size() < 4)
+        return {};
+    const auto& v = *values;
+    return Extents{double(v[0]), double(v[1]), double(v[2]), double(v[3])};
+}
+
+}  // namespace
+
+Extents EwmhClients::frameExtents(xcb_window_t window) const {
+    return extentsOf(
+        connection_->cardinals(window, connection_->atoms().netFrameExtents, XCB_ATOM_CARDINAL));
+}
+
+Extents EwmhClients::shadowExtents(xcb_window_t window) const {
+    return extentsOf(
+        connection_->cardinals(window, connection_->atoms().gtkFrameExtents, XCB_ATOM_CARDINAL));
+}
+
+std::optional<Footprint> EwmhClients::footprint(xcb_window_t window) const {
+    auto client = connection_->rootGeometry(window);
+    auto top = connection_->topLevelOf(window);
+    if (!client || !top)
+        return std::nullopt;
+    auto topRect = *top == window ? client : connection_->rootGeometry(*top);
+    if (!topRect)
+        return std::nullopt;
+    Footprint result{*top, *topRect, *topRect};
+    const Extents shadow = shadowExtents(window);
+    if (shadow.left + shadow.right + shadow.top + shadow.bottom > 0) {
+        // A client that draws its own decoration and shadow: the shadow's margins are
+        // transparent, and no window manager frame around it shows anything.
+        result.visible = Rect{client->x + shadow.left, client->y + shadow.top,
+                              client->width - shadow.left - shadow.right,
+                              client->height - shadow.top - shadow.bottom};
+    }
+    return result;
 }
 
 int EwmhClients::layerOf(xcb_window_t window) const {

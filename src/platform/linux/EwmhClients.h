@@ -1,7 +1,12 @@
 #pragma once
 // The window manager's managed windows as EWMH describes them, front-most first, each with
-// what the window lists need: owner pid, application name, title, bounds in root coordinates
-// and the layer its type puts it on. Window numbers are X window ids.
+// what the window lists need: owner pid, application name, title, bounds and the layer its
+// type puts it on. Window numbers are X window ids (the client's, not its frame's).
+//
+// A window's bounds are what the user sees of it: the window manager's frame with its title
+// bar where it decorates the window, the client less the transparent shadow margins that a
+// client-side-decorated GTK window declares (_GTK_FRAME_EXTENTS). They are in points, root
+// coordinates: pixels over the desktop's scale.
 
 #include <cstdint>
 #include <optional>
@@ -23,6 +28,19 @@ inline constexpr int status = 25;   // tooltips and notifications
 inline constexpr int popUpMenu = 101;
 }  // namespace Layer
 
+// Where a window's visible part lies, in pixels: the top-level window that holds it (the
+// frame, or the client itself) and the visible rectangle in root coordinates.
+struct Footprint {
+    xcb_window_t topLevel = 0;
+    Rect topLevelRect;  // inside its border
+    Rect visible;
+};
+
+// The four margins of a frame-extents property: left, right, top, bottom.
+struct Extents {
+    double left = 0, right = 0, top = 0, bottom = 0;
+};
+
 struct ClientWindow {
     xcb_window_t id = 0;
     std::optional<std::int32_t> pid;
@@ -41,6 +59,12 @@ class EwmhClients {
     // list where the window manager keeps no stacking order).
     std::vector<ClientWindow> clients() const;
     ClientWindow describe(xcb_window_t window) const;
+    // The window's visible part; none when it is gone.
+    std::optional<Footprint> footprint(xcb_window_t window) const;
+    // The window manager's decoration around the client (_NET_FRAME_EXTENTS) and the client's
+    // own shadow margins (_GTK_FRAME_EXTENTS), in pixels; zero where absent.
+    Extents frameExtents(xcb_window_t window) const;
+    Extents shadowExtents(xcb_window_t window) const;
 
     // The window server's record of one window (the keys of WindowListBackend.h).
     static Value record(const ClientWindow& client);

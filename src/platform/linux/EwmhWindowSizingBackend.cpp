@@ -63,11 +63,29 @@ Size EwmhWindowSizingBackend::allowedSize(xcb_window_t window, Size size) const 
     return size;
 }
 
+Rect EwmhWindowSizingBackend::clientRectFor(xcb_window_t window, Rect visible) const {
+    // Sizes and positions speak of what the user sees (the frame, title bar included; a
+    // client-side decoration without its shadow); the window manager is told the client's.
+    const double scale = connection_->scale();
+    Rect pixels{visible.x * scale, visible.y * scale, visible.width * scale,
+                visible.height * scale};
+    const Extents shadow = clients_.shadowExtents(window);
+    if (shadow.left + shadow.right + shadow.top + shadow.bottom > 0) {
+        return Rect{pixels.x - shadow.left, pixels.y - shadow.top,
+                    pixels.width + shadow.left + shadow.right,
+                    pixels.height + shadow.top + shadow.bottom};
+    }
+    const Extents frame = clients_.frameExtents(window);
+    return Rect{pixels.x + frame.left, pixels.y + frame.top,
+                pixels.width - frame.left - frame.right, pixels.height - frame.top - frame.bottom};
+}
+
 bool EwmhWindowSizingBackend::setSize(SizableWindow window, Size size) {
     const auto id = static_cast<xcb_window_t>(window.handle);
     if (!connection_->rootGeometry(id))
         return false;
-    Size allowed = allowedSize(id, size);
+    const Rect client = clientRectFor(id, Rect{0, 0, size.width, size.height});
+    Size allowed = allowedSize(id, {client.width, client.height});
     const std::uint32_t data[5] = {kStaticGravity | kHasWidth | kHasHeight | kFromPager, 0, 0,
                                    toCardinal(allowed.width), toCardinal(allowed.height)};
     connection_->sendToRoot(id, connection_->atoms().netMoveresizeWindow, data);
@@ -78,8 +96,9 @@ bool EwmhWindowSizingBackend::setPosition(SizableWindow window, Point topLeft) {
     const auto id = static_cast<xcb_window_t>(window.handle);
     if (!connection_->rootGeometry(id))
         return false;
+    const Rect client = clientRectFor(id, Rect{topLeft.x, topLeft.y, 0, 0});
     const std::uint32_t data[5] = {kStaticGravity | kHasX | kHasY | kFromPager,
-                                   toCardinal(topLeft.x), toCardinal(topLeft.y), 0, 0};
+                                   toCardinal(client.x), toCardinal(client.y), 0, 0};
     connection_->sendToRoot(id, connection_->atoms().netMoveresizeWindow, data);
     return true;
 }

@@ -1,8 +1,9 @@
 #pragma once
 // Sizing and placing a process's window through the window manager (_NET_MOVERESIZE_WINDOW,
 // sent as a pager would). Sizes are kept within the window's own minimum and maximum
-// (WM_NORMAL_HINTS); positions are the client area's top-left corner (static gravity), which
-// is the part of the window a capture shows.
+// (WM_NORMAL_HINTS). Sizes and positions are in points and speak of the window as a capture
+// shows it: the window manager's frame included, a client-side shadow left out (see
+// EwmhClients.h); the client's own rectangle is worked out from the frame's extents.
 
 #include <memory>
 
@@ -25,6 +26,8 @@ class EwmhWindowSizingBackend : public WindowSizingBackend {
 
     // The size the window accepts: `size` kept within its minimum and maximum.
     Size allowedSize(xcb_window_t window, Size size) const;
+    // The client's rectangle in pixels that shows `visible` (points) to the user.
+    Rect clientRectFor(xcb_window_t window, Rect visible) const;
 
   private:
     std::shared_ptr<XcbConnection> connection_;

@@ -206,6 +206,8 @@ std::optional<std::string> HeadlessSession::launch(Options options) {
 
     if (auto failure = startDisplay(options))
         return failure;
+    const int scale = std::max(options.scale, 1);
+    setResources(scale);
     env_ = {{"DISPLAY", display_},
             {"XDG_CONFIG_HOME", (dir_ / "config").string()},
             {"XDG_DATA_HOME", (dir_ / "data").string()},
@@ -216,7 +218,10 @@ std::optional<std::string> HeadlessSession::launch(Options options) {
             {"GDK_BACKEND", "x11"},
             // Qt 6 applications take their palette from qt6ct's config, which follows the
             // appearance live; Qt's GTK theme reads the GTK theme only at start.
-            {"QT_QPA_PLATFORMTHEME", "qt6ct"}};
+            {"QT_QPA_PLATFORMTHEME", "qt6ct"},
+            // GTK 3 and 4 draw at GDK_SCALE, Qt at Xft.dpi over 96 (setResources).
+            {"GDK_SCALE", std::to_string(scale)},
+            {"QT_ENABLE_HIGHDPI_SCALING", "1"}};
     if (auto failure = writeQtConfig())
         return failure;
     if (options.sessionBus) {
@@ -232,6 +237,10 @@ std::optional<std::string> HeadlessSession::launch(Options options) {
         if (!f)
             return "Couldn't write " + settingsConfig().string();
         std::fputs("Net/ThemeName \"Adwaita\"\nNet/IconThemeName \"Adwaita\"\n", f);
+        // The window scale, and the font dpi (in 1024ths) unscaled: with GDK_SCALE set, GTK
+        // takes Xft/DPI as it stands and would otherwise draw text twice too large.
+        std::fprintf(f, "Gdk/WindowScalingFactor %d\nGdk/UnscaledDPI %d\nXft/DPI %d\n", scale,
+                     96 * 1024, 96 * 1024);
         std::fclose(f);
         xsettingsd_ = spawn({"xsettingsd", "-c", settingsConfig().string()}, "xsettingsd.log");
         if (xsettingsd_ <= 0)
@@ -257,8 +266,9 @@ std::optional<std::string> HeadlessSession::startDisplay(const Options& options)
         return std::string("Couldn't make a pipe for Xvfb");
     FdCloser readEnd{fds[0]};
     FdCloser writeEnd{fds[1]};
-    std::string screen =
-        std::to_string(options.width) + "x" + std::to_string(options.height) + "x24";
+    const int scale = std::max(options.scale, 1);
+    std::string screen = std::to_string(options.width * scale) + "x" +
+                         std::to_string(options.height * scale) + "x24";
 
     std::vector<std::string> argv = {"Xvfb",       "-displayfd", std::to_string(kDisplayFd),
                                      "-screen",    "0",          screen,
@@ -329,6 +339,22 @@ std::optional<std::string> HeadlessSession::writeQtConfig() const {
     std::fputs("[Appearance]\ncustom_palette=false\nstyle=Fusion\n", f);
     std::fclose(f);
     return std::nullopt;
+}
+
+void HeadlessSession::setResources(int scale) const {
+    // What xrdb would load: the font dpi that Xft (openbox's titles) and Qt read.
+    const std::string resources = "Xft.dpi:\t" + std::to_string(96 * scale) + "\n";
+    xcb_connection_t* c = xcb_connect(display_.c_str(), nullptr);
+    if (c && !xcb_connection_has_error(c)) {
+        xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(c)).data->root;
+        xcb_change_property(c, XCB_PROP_MODE_REPLACE, root, XCB_ATOM_RESOURCE_MANAGER,
+                            XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(resources.size()),
+                            resources.data());
+        // The property must be set before the connection goes.
+        std::free(xcb_get_input_focus_reply(c, xcb_get_input_focus(c), nullptr));
+    }
+    if (c)
+        xcb_disconnect(c);
 }
 
 bool HeadlessSession::reloadSettings() const {

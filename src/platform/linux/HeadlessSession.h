@@ -2,6 +2,9 @@
 // A private headless desktop: Xvfb on a free display, openbox, a D-Bus session bus (so gsettings
 // reaches dconf) with the accessibility bus, xsettingsd with its own config file and a qt6ct
 // config for Qt applications, all confined to a temporary folder.
+// It runs at a scale (2 unless told otherwise) as a Retina Mac does: a screen of that many
+// pixels per point, with every toolkit told so (GDK_SCALE and XSETTINGS for GTK, Xft.dpi in the
+// root's resources for Qt and Xft), so its captures are real pixels at that density.
 // Integration tests and the command line start one, run targets inside it and let the
 // destructor end every process it started, each by its own pid. The helpers share one process
 // group of their own (so a Ctrl-C meant for this program doesn't reach them) and get SIGTERM
@@ -23,8 +26,9 @@ namespace zd::x11 {
 class HeadlessSession {
   public:
     struct Options {
-        int width = 1920;
-        int height = 1080;
+        int width = 1440;  // points; the screen has width × scale pixels
+        int height = 900;
+        int scale = 2;
         bool windowManager = true;   // openbox
         bool sessionBus = true;      // dbus-daemon; gsettings needs it
         bool settingsDaemon = true;  // xsettingsd
@@ -70,6 +74,7 @@ class HeadlessSession {
     std::optional<std::string> startBus();
     std::optional<std::string> writeQtConfig() const;
     pid_t spawn(const std::vector<std::string>& argv, const std::string& logName);
+    void setResources(int scale) const;
     void stopAll();
 
     std::filesystem::path dir_;

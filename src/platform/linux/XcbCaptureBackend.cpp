@@ -2,10 +2,9 @@
 
 #include <xcb/composite.h>
 
-#include <QImage>
+#include <algorithm>
+#include <cmath>
 #include <thread>
-
-#include "ImageConversion.h"
 
 namespace zd::x11 {
 
@@ -36,11 +35,17 @@ Expected<ShareableContent, std::string> XcbCaptureBackend::shareableContent() {
         return unexpected(std::string("The X server has no Composite extension"));
     }
     ShareableContent content;
+    const double scale = connection_->scale();
     const xcb_screen_t* screen = connection_->screen();
-    content.displays.push_back(
-        ShareableDisplay{1, screen->width_in_pixels, screen->height_in_pixels});
+    ShareableDisplay display;
+    display.displayID = 1;
+    display.width = static_cast<int>(screen->width_in_pixels / scale);
+    display.height = static_cast<int>(screen->height_in_pixels / scale);
+    display.pixelDensity = scale;
+    content.displays.push_back(display);
     for (const auto& client : clients_.clients()) {
         ShareableWindow window;
+        window.pixelDensity = scale;
         window.windowID = client.id;
         window.frame = client.bounds.value_or(Rect{});
         if (client.pid) {
@@ -68,7 +73,8 @@ void XcbCaptureBackend::ensureRedirected(xcb_window_t window) {
     std::this_thread::sleep_for(repaintWait_);
 }
 
-Expected<Image, CaptureFailure> XcbCaptureBackend::windowPixels(xcb_window_t window) {
+Expected<Image, CaptureFailure> XcbCaptureBackend::windowPixels(xcb_window_t window,
+                                                                std::optional<Rect> part) {
     xcb_connection_t* c = connection_->get();
     XcbReply<xcb_get_geometry_reply_t> geometry(
         xcb_get_geometry_reply(c, xcb_get_geometry(c, window), nullptr));
@@ -95,14 +101,28 @@ Expected<Image, CaptureFailure> XcbCaptureBackend::windowPixels(xcb_window_t win
         return unexpected(
             CaptureFailure::system(describe(error.get(), "Naming the window pixmap")));
     }
-    const int width = geometry->width;
-    const int height = geometry->height;
+    // The pixmap holds the border too; the window's own pixels start inside it.
     const int border = geometry->border_width;
+    int left = 0;
+    int top = 0;
+    int width = geometry->width;
+    int height = geometry->height;
+    if (part) {
+        left = std::clamp(static_cast<int>(std::lround(part->x)), 0, width);
+        top = std::clamp(static_cast<int>(std::lround(part->y)), 0, height);
+        width = std::clamp(static_cast<int>(std::lround(part->width)), 0, width - left);
+        height = std::clamp(static_cast<int>(std::lround(part->height)), 0, height - top);
+    }
+    if (width <= 0 || height <= 0) {
+        xcb_free_pixmap(c, pixmap);
+        return unexpected(CaptureFailure::of(CaptureError::noContent));
+    }
     xcb_generic_error_t* rawError = nullptr;
     XcbReply<xcb_get_image_reply_t> reply(xcb_get_image_reply(
         c,
-        xcb_get_image(c, XCB_IMAGE_FORMAT_Z_PIXMAP, pixmap, static_cast<std::int16_t>(border),
-                      static_cast<std::int16_t>(border), static_cast<std::uint16_t>(width),
+        xcb_get_image(c, XCB_IMAGE_FORMAT_Z_PIXMAP, pixmap,
+                      static_cast<std::int16_t>(border + left),
+                      static_cast<std::int16_t>(border + top), static_cast<std::uint16_t>(width),
                       static_cast<std::uint16_t>(height), ~0u),
         &rawError));
     XcbReply<xcb_generic_error_t> imageError(rawError);
@@ -130,19 +150,18 @@ Expected<Image, CaptureFailure> XcbCaptureBackend::windowPixels(xcb_window_t win
 
 Expected<Image, CaptureFailure> XcbCaptureBackend::captureWindow(
     const ShareableWindow& window, const WindowCaptureConfiguration& configuration) {
-    auto pixels = windowPixels(window.windowID);
-    if (!pixels)
-        return pixels;
     if (configuration.width <= 0 || configuration.height <= 0) {
         return unexpected(CaptureFailure::of(CaptureError::noContent));
     }
-    if (pixels->width() == configuration.width && pixels->height() == configuration.height) {
-        return pixels;
-    }
-    // The picture is asked for at twice the window's size: one screen pixel is one point here.
-    QImage scaled = toQImage(*pixels).scaled(configuration.width, configuration.height,
-                                             Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    return fromQImage(scaled);
+    // The window as the user sees it: its frame and title bar where the window manager draws
+    // them, without a client-side shadow. The pixels are the screen's own, at the window's
+    // density, which is what the configuration asks for: nothing is scaled.
+    auto seen = clients_.footprint(window.windowID);
+    if (!seen)
+        return unexpected(CaptureFailure::system("The window is gone"));
+    const Rect part{seen->visible.x - seen->topLevelRect.x, seen->visible.y - seen->topLevelRect.y,
+                    seen->visible.width, seen->visible.height};
+    return windowPixels(seen->topLevel, part);
 }
 
 }  // namespace zd::x11

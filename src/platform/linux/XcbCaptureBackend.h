@@ -3,7 +3,8 @@
 // the screen is unchanged) and its own off-screen pixmap is read, which shows the window alone
 // even where others cover it or it lies partly off the screen. A window is redirected on its
 // first capture and stays so while the backend lives; that first capture waits a moment for
-// the application to repaint into the new pixmap. Pictures are scaled to the asked size.
+// the application to repaint into the new pixmap. Pictures are the screen's own pixels, never
+// scaled: their density is the desktop's scale, which the listed windows and displays carry.
 
 #include <chrono>
 #include <mutex>
@@ -25,8 +26,10 @@ class XcbCaptureBackend : public CaptureBackend {
     Expected<Image, CaptureFailure> captureWindow(
         const ShareableWindow& window, const WindowCaptureConfiguration& configuration) override;
 
-    // The window's pixels at their own size, without scaling.
-    Expected<Image, CaptureFailure> windowPixels(xcb_window_t window);
+    // The window's pixels at their own size, without scaling; only `part` of it (inside its
+    // border, in its own pixels) when given.
+    Expected<Image, CaptureFailure> windowPixels(xcb_window_t window,
+                                                 std::optional<Rect> part = std::nullopt);
 
   private:
     void ensureRedirected(xcb_window_t window);

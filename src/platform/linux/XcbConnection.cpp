@@ -1,5 +1,7 @@
 #include "XcbConnection.h"
 
+#include "DesktopScale.h"
+
 #include <xcb/composite.h>
 
 #include <array>
@@ -31,7 +33,7 @@ XcbConnection::XcbConnection(xcb_connection_t* connection, int screenNumber)
         xcb_screen_next(&it);
     screen_ = it.rem ? it.data : nullptr;
 
-    const std::array<std::pair<xcb_atom_t*, std::string_view>, 27> names{{
+    const std::array<std::pair<xcb_atom_t*, std::string_view>, 31> names{{
         {&atoms_.netClientListStacking, "_NET_CLIENT_LIST_STACKING"},
         {&atoms_.netClientList, "_NET_CLIENT_LIST"},
         {&atoms_.netWmPid, "_NET_WM_PID"},
@@ -59,8 +61,12 @@ XcbConnection::XcbConnection(xcb_connection_t* connection, int screenNumber)
         {&atoms_.netMoveresizeWindow, "_NET_MOVERESIZE_WINDOW"},
         {&atoms_.wmClass, "WM_CLASS"},
         {&atoms_.wmName, "WM_NAME"},
+        {&atoms_.netFrameExtents, "_NET_FRAME_EXTENTS"},
+        {&atoms_.gtkFrameExtents, "_GTK_FRAME_EXTENTS"},
+        {&atoms_.xsettingsSelection, "_XSETTINGS_S0"},
+        {&atoms_.xsettingsSettings, "_XSETTINGS_SETTINGS"},
     }};
-    // Ask for all atoms first, then collect the replies: one round trip instead of 27.
+    // Ask for all atoms first, then collect the replies: one round trip instead of 31.
     std::array<xcb_intern_atom_cookie_t, names.size()> cookies{};
     for (std::size_t i = 0; i < names.size(); ++i) {
         cookies[i] =
@@ -76,6 +82,35 @@ XcbConnection::XcbConnection(xcb_connection_t* connection, int screenNumber)
     XcbReply<xcb_composite_query_version_reply_t> composite(xcb_composite_query_version_reply(
         connection_, xcb_composite_query_version(connection_, 0, 4), nullptr));
     hasComposite_ = composite && (composite->major_version > 0 || composite->minor_version >= 2);
+    scale_ = readScale();
+}
+
+double XcbConnection::readScale() const {
+    // XSETTINGS live on the window that owns the selection; Xft.dpi in the root's resources.
+    std::optional<std::string> xsettings;
+    XcbReply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
+        connection_, xcb_get_selection_owner(connection_, atoms_.xsettingsSelection), nullptr));
+    if (owner && owner->owner != XCB_WINDOW_NONE)
+        xsettings = bytes(owner->owner, atoms_.xsettingsSettings);
+    const char* gdkScale = std::getenv("GDK_SCALE");
+    return desktopScale(DesktopScaleSources{
+        xsettings ? xsettingsIntegers(*xsettings) : std::map<std::string, std::int32_t>{},
+        gdkScale ? std::optional<std::string>(gdkScale) : std::nullopt,
+        bytes(root(), XCB_ATOM_RESOURCE_MANAGER)});
+}
+
+std::optional<xcb_window_t> XcbConnection::topLevelOf(xcb_window_t window) const {
+    xcb_window_t current = window;
+    for (int depth = 0; depth < 64; ++depth) {
+        XcbReply<xcb_query_tree_reply_t> tree(
+            xcb_query_tree_reply(connection_, xcb_query_tree(connection_, current), nullptr));
+        if (!tree)
+            return std::nullopt;
+        if (tree->parent == tree->root || tree->parent == XCB_WINDOW_NONE)
+            return current;
+        current = tree->parent;
+    }
+    return current;
 }
 
 XcbConnection::~XcbConnection() {

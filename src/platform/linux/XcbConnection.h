@@ -32,7 +32,8 @@ class XcbConnection {
             netWmWindowTypeUtility, netWmWindowTypeSplash, netWmWindowTypeTooltip,
             netWmWindowTypeNotification, netWmWindowTypeDropdownMenu, netWmWindowTypePopupMenu,
             netWmState, netWmStateAbove, netWmDesktop, netNumberOfDesktops, netCurrentDesktop,
-            netWorkarea, netActiveWindow, netMoveresizeWindow, wmClass, wmName;
+            netWorkarea, netActiveWindow, netMoveresizeWindow, wmClass, wmName, netFrameExtents,
+            gtkFrameExtents, xsettingsSelection, xsettingsSettings;
     };
 
     // Connects to `display` (DISPLAY when null). The text says why it couldn't.
@@ -47,6 +48,9 @@ class XcbConnection {
     xcb_window_t root() const { return screen_->root; }
     const Atoms& atoms() const { return atoms_; }
     bool hasComposite() const { return hasComposite_; }
+    // Pixels per point of the desktop, as the session tells its toolkits (DesktopScale.h); read
+    // once, when the connection opens.
+    double scale() const { return scale_; }
 
     // Property reads; none when absent or of another format.
     std::optional<std::vector<std::uint32_t>> cardinals(xcb_window_t window, xcb_atom_t property,
@@ -58,16 +62,21 @@ class XcbConnection {
 
     // The window's rectangle in root coordinates (border excluded); none if it is gone.
     std::optional<Rect> rootGeometry(xcb_window_t window) const;
+    // The window's ancestor that is a child of the root: the window manager's frame around a
+    // managed window, or the window itself where it has no frame. None if it is gone.
+    std::optional<xcb_window_t> topLevelOf(xcb_window_t window) const;
     // Sends a client message to the root window as a pager would.
     void sendToRoot(xcb_window_t window, xcb_atom_t type, const std::uint32_t (&data)[5]) const;
 
   private:
     XcbConnection(xcb_connection_t* connection, int screenNumber);
+    double readScale() const;
 
     xcb_connection_t* connection_;
     xcb_screen_t* screen_ = nullptr;
     Atoms atoms_{};
     bool hasComposite_ = false;
+    double scale_ = 1.0;
 };
 
 }  // namespace zd::x11

@@ -1,6 +1,7 @@
 #pragma once
 // The X screen: the root window's size as the frame, the window manager's work area for the
-// current desktop (_NET_WORKAREA) as the visible frame, scale 1. Top-left coordinates.
+// current desktop (_NET_WORKAREA) as the visible frame, in points (pixels over the desktop's
+// scale, DesktopScale.h), with that scale as the backing scale. Top-left coordinates.
 
 #include <memory>
 
