@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <optional>
 
 #include "CliSupport.h"
 #include "ContactSheet.h"
@@ -14,6 +15,8 @@
 #include "composition/Compositor.h"
 #include "linux/FileSettingsStore.h"
 #include "linux/ResourceBundleLocations.h"
+#include "linux/XcbConnection.h"
+#include "linux/XcbScreenBackend.h"
 #include "model/Preferences.h"
 #include "model/ResourceBundle.h"
 #include "run/LiveRunServices.h"
@@ -37,12 +40,18 @@ int preview(Context& context, const PreviewArguments& args) {
     ensureOffscreenGui();
     ResourceBundle bundle(resourceBundleCandidates());
 
-    // Tiles need drawing and pictures only; no display is reached.
+    // Tiles need drawing and pictures, and the screen when a display answers: its size and
+    // scale give a tile the proportions the saved picture will have.
     QtCanvasFactory canvases;
     QtImageCodec images;
     Environment environment;
     environment.canvases = &canvases;
     environment.images = &images;
+    std::optional<x11::XcbScreenBackend> screens;
+    if (auto display = x11::XcbConnection::open()) {
+        screens.emplace(*display);
+        environment.screens = &*screens;
+    }
     LiveRunServices services(environment);
     ContentView view(environment, services, Preferences::load(*store, bundle));
     if (auto applied = args.overrides.applyTo(view, *context.err); !applied) {

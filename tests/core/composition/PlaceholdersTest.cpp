@@ -156,6 +156,48 @@ TEST_F(RenderTile, RealShotAndDetectedTitlesWin) {
     EXPECT_EQ(tile.width(), 2880);
 }
 
+// A tile is the saved picture in small: the window (or desktop) takes the same share of the
+// canvas and the bar the same share of its height, on a screen of scale 1 as of scale 2.
+struct TileCase {
+    double scale;
+    bool fullDisplay;
+};
+class TileMatchesShot : public RenderTile, public ::testing::WithParamInterface<TileCase> {};
+
+TEST_P(TileMatchesShot, InRelativeSizeAndBarHeight) {
+    const auto [scale, fullDisplay] = GetParam();
+    const ScreenInfo screen{{0, 0, 1440, 900}, {0, 25, 1440, 875}, scale};
+    state.mainScreen = screen;
+    state.captureScope = fullDisplay ? CaptureScope::allWindows : CaptureScope::singleWindow;
+    // What the run gives the window (half the visible area) or the desktop, captured at the
+    // screen's density.
+    state.placeholderWindowSize = fullDisplay ? Size{3024, 1890} : Size{scale * 720, scale * 437.5};
+    CapturedShot shot;
+    shot.isFullDisplay = fullDisplay;
+    shot.image = fullDisplay
+                     ? Image(static_cast<int>(1440 * scale), static_cast<int>(900 * scale))
+                     : Image(static_cast<int>(720 * scale), static_cast<int>(437.5 * scale));
+    shot.image.setPixelsPerPoint(scale);
+
+    const Size output{2880, 1800};
+    const Size tileCanvas = previewTileCanvas(output);
+    const auto saved = Compositor::layout(
+        tileInputs(AppearanceMode::light, &shot, output, state, placeholders), screen, 24);
+    const auto tile = Compositor::layout(
+        tileInputs(AppearanceMode::light, nullptr, tileCanvas, state, placeholders), screen, 24);
+    EXPECT_NEAR(tile.destination.width / tileCanvas.width, saved.destination.width / output.width,
+                0.002);
+    EXPECT_NEAR(tile.barHeight / tileCanvas.height, saved.barHeight / output.height, 0.002);
+    EXPECT_NEAR(saved.barHeight, 48, 0.01) << "24 points of 900, on 1800 pixels";
+    if (!fullDisplay) {
+        EXPECT_NEAR(saved.destination.width / output.width, 0.5, 0.002) << "half the screen";
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Screens, TileMatchesShot,
+                         ::testing::Values(TileCase{1, false}, TileCase{2, false},
+                                           TileCase{1, true}, TileCase{2, true}));
+
 TEST(PreviewTileCanvas, LongSideAtMost720NeverEnlarged) {
     EXPECT_EQ(previewTileCanvas({2880, 1800}), (Size{720, 450}));
     EXPECT_EQ(previewTileCanvas({900, 1440}), (Size{450, 720}));
