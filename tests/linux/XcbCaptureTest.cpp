@@ -54,6 +54,10 @@ class XcbCaptureTest : public testing::SessionTest {
         ProcProcessBackend::Options options;
         options.display = session().display();
         processes = std::make_unique<ProcProcessBackend>(options);
+        windowList->setApplicationNames([](std::int32_t pid) -> std::optional<std::string> {
+            auto app = processes->runningApplication(pid);
+            return app && app->bundleIdentifier ? std::optional(app->localizedName) : std::nullopt;
+        });
         geditWindow = windowOf(gedit->pid());
         calculatorWindow = windowOf(calculator->pid());
     }
@@ -153,6 +157,8 @@ class XcbCaptureTest : public testing::SessionTest {
     QtCanvasFactory canvases;
 };
 
+xcb_atom_t atom(XcbConnection& x, std::string_view name);
+
 // Share of pixels that differ by more than a little in any channel.
 double differingShare(const Image& a, const Image& b) {
     if (a.width() != b.width() || a.height() != b.height())
@@ -186,6 +192,41 @@ TEST_F(XcbCaptureTest, BothApplicationsAreTargetsAndRows) {
     EXPECT_GE(rows.size(), 2u);
     for (const auto& row : rows)
         EXPECT_TRUE(row.enabled);
+}
+
+TEST_F(XcbCaptureTest, RowsAreApplicationsByTheirLaunchersNameFoundWithoutAPidProperty) {
+    // xmessage sets no _NET_WM_PID: the X server still knows its process.
+    auto message = launchApp({"xmessage", "-geometry", "300x120+40+40", "Hello"});
+    xcb_window_t messageWindow = 0;
+    ASSERT_TRUE(waitFor([&] {
+        for (const auto& c : clients->clients()) {
+            if (c.pid == message->pid())
+                messageWindow = c.id;
+        }
+        return messageWindow != 0;
+    }));
+    std::vector<CompositeEntry> rows;
+    auto row = [&](xcb_window_t id) -> const CompositeEntry* {
+        auto it = std::find_if(rows.begin(), rows.end(),
+                               [&](const CompositeEntry& r) { return r.id == id; });
+        return it == rows.end() ? nullptr : &*it;
+    };
+    TargetLists::reloadCompositeWindows(env(), 0, rows);
+    EXPECT_TRUE(row(messageWindow));
+    ASSERT_TRUE(row(calculatorWindow));
+    EXPECT_EQ(row(calculatorWindow)->appName, "Calculator") << "its desktop file's Name";
+
+    // Kept out of the task bar, it is a panel's window, not an application's.
+    const xcb_atom_t skip = atom(*connection, "_NET_WM_STATE_SKIP_TASKBAR");
+    const std::uint32_t add[5] = {1, skip, 0, 2, 0};  // _NET_WM_STATE_ADD, as a pager asks
+    connection->sendToRoot(messageWindow, connection->atoms().netWmState, add);
+    EXPECT_TRUE(waitFor(
+        [&] {
+            rows.clear();
+            TargetLists::reloadCompositeWindows(env(), 0, rows);
+            return !row(messageWindow);
+        },
+        std::chrono::seconds(3)));
 }
 
 TEST_F(XcbCaptureTest, ACoveredOrPartlyOffScreenWindowIsCapturedAloneAtItsOwnSize) {

@@ -54,10 +54,10 @@ ClientWindow EwmhClients::describe(xcb_window_t window) const {
     const auto& atoms = connection_->atoms();
     ClientWindow client;
     client.id = window;
-    if (auto pid = connection_->cardinal(window, atoms.netWmPid)) {
-        client.pid = static_cast<std::int32_t>(*pid);
-    }
-    if (auto raw = connection_->bytes(window, atoms.wmClass))
+    client.pid = connection_->pidOf(window);
+    if (names_ && client.pid)
+        client.ownerName = names_(*client.pid);
+    if (auto raw = connection_->bytes(window, atoms.wmClass); raw && !client.ownerName)
         client.ownerName = windowClass(*raw);
     if (!client.ownerName && client.pid)
         client.ownerName = processName(*client.pid);

@@ -9,6 +9,7 @@
 // coordinates: pixels over the desktop's scale.
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -44,16 +45,21 @@ struct Extents {
 struct ClientWindow {
     xcb_window_t id = 0;
     std::optional<std::int32_t> pid;
-    std::optional<std::string> ownerName;  // WM_CLASS's class, else /proc/<pid>/comm
+    std::optional<std::string> ownerName;  // desktop file's Name, WM_CLASS's class, or comm
     std::string title;
     std::optional<Rect> bounds;
     int layer = Layer::normal;
 };
 
+// The name a user knows a process's application by (its desktop file's Name), if any.
+using ApplicationNames = std::function<std::optional<std::string>(std::int32_t pid)>;
+
 class EwmhClients {
   public:
     explicit EwmhClients(std::shared_ptr<XcbConnection> connection)
         : connection_(std::move(connection)) {}
+    // Owner names come from `names` first, then WM_CLASS, then the process's own name.
+    void setApplicationNames(ApplicationNames names) { names_ = std::move(names); }
 
     // Managed windows, front-most first (_NET_CLIENT_LIST_STACKING reversed; the plain client
     // list where the window manager keeps no stacking order).
@@ -73,6 +79,7 @@ class EwmhClients {
     int layerOf(xcb_window_t window) const;
 
     std::shared_ptr<XcbConnection> connection_;
+    ApplicationNames names_;
 };
 
 }  // namespace zd::x11

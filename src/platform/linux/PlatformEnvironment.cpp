@@ -71,6 +71,15 @@ struct PlatformEnvironment::Impl {
         env.menus = &menus;
         env.canvases = &canvases;
         env.settings = &settings;
+        // Windows are listed under the name the user's launcher shows for their application.
+        ApplicationNames names = [this](std::int32_t pid) -> std::optional<std::string> {
+            auto app = processes.runningApplication(pid);
+            if (!app || !app->bundleIdentifier || app->localizedName.empty())
+                return std::nullopt;
+            return app->localizedName;
+        };
+        windowList.setApplicationNames(names);
+        capture.setApplicationNames(std::move(names));
         unjournaled = env;
         if (options.journal) {
             journaledAppearance.emplace(appearance, *options.journal);

@@ -160,6 +160,11 @@ std::optional<RunningApplication> ProcProcessBackend::read(
         app.localizedName = wmClass;
     }
     app.activationPolicy = ActivationPolicy::regular;
+    if (options_.taskbarPresence) {
+        const auto presence = options_.taskbarPresence();
+        if (auto it = presence.find(pid); it != presence.end() && !it->second)
+            app.activationPolicy = ActivationPolicy::accessory;
+    }
 
     if (app.bundleIdentifier) {
         std::lock_guard lock(mutex_);

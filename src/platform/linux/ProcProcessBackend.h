@@ -26,6 +26,9 @@ class ProcProcessBackend : public ProcessBackend {
         // The WM_CLASS (class part) of every process's windows, by pid; used where no desktop
         // file names the program. By default asked of the X display.
         std::function<std::map<std::int32_t, std::string>()> windowClasses = windowClassesByPid;
+        // Whether each process with windows has one in the task bar; a process without is an
+        // accessory, as a macOS agent is. By default asked of the X display.
+        std::function<std::map<std::int32_t, bool>()> taskbarPresence = taskbarPresenceByPid;
         // Raises the process's windows; by default through _NET_ACTIVE_WINDOW.
         std::function<bool(std::int32_t pid)> activateWindows = activateWindowsOf;
         // When set, only processes whose DISPLAY is this one are applications: those of this

@@ -1,7 +1,11 @@
 #include "X11ProcessWindows.h"
 
+#include "WindowPid.h"
+
 #include <xcb/xcb.h>
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -53,6 +57,7 @@ Reply<xcb_get_property_reply_t> property(xcb_connection_t* c, xcb_window_t w, xc
 }
 
 // Managed windows, bottom to top, with their owners' pids (windows without one left out).
+// A pid comes from _NET_WM_PID or, failing that, from the X server (WindowPid.h).
 std::vector<std::pair<xcb_window_t, std::int32_t>> windowsWithPids(const Display& d) {
     xcb_connection_t* c = d.connection.get();
     const xcb_atom_t clientList = atom(c, "_NET_CLIENT_LIST_STACKING");
@@ -64,12 +69,8 @@ std::vector<std::pair<xcb_window_t, std::int32_t>> windowsWithPids(const Display
     const auto* windows = static_cast<const xcb_window_t*>(xcb_get_property_value(list.get()));
     const int count = xcb_get_property_value_length(list.get()) / 4;
     for (int i = 0; i < count; ++i) {
-        auto owner = property(c, windows[i], wmPid, XCB_ATOM_CARDINAL, 1);
-        if (owner && owner->format == 32 && xcb_get_property_value_length(owner.get()) == 4) {
-            const auto value =
-                *static_cast<const std::uint32_t*>(xcb_get_property_value(owner.get()));
-            found.emplace_back(windows[i], static_cast<std::int32_t>(value));
-        }
+        if (auto pid = windowPid(c, windows[i], wmPid))
+            found.emplace_back(windows[i], *pid);
     }
     return found;
 }
@@ -130,6 +131,34 @@ std::map<std::int32_t, std::string> windowClassesByPid() {
             classes[pid] = *name;
     }
     return classes;
+}
+
+std::map<std::int32_t, bool> taskbarPresenceByPid() {
+    std::map<std::int32_t, bool> presence;
+    auto display = open();
+    if (!display)
+        return presence;
+    xcb_connection_t* c = display->connection.get();
+    const xcb_atom_t type = atom(c, "_NET_WM_WINDOW_TYPE");
+    const xcb_atom_t state = atom(c, "_NET_WM_STATE");
+    const std::array<xcb_atom_t, 3> outside{atom(c, "_NET_WM_WINDOW_TYPE_DOCK"),
+                                            atom(c, "_NET_WM_WINDOW_TYPE_DESKTOP"),
+                                            atom(c, "_NET_WM_STATE_SKIP_TASKBAR")};
+    auto isOutside = [&](xcb_window_t window, xcb_atom_t name) {
+        auto atoms = property(c, window, name, XCB_ATOM_ATOM, 64);
+        if (!atoms || atoms->format != 32)
+            return false;
+        const auto* values = static_cast<const xcb_atom_t*>(xcb_get_property_value(atoms.get()));
+        const int count = xcb_get_property_value_length(atoms.get()) / 4;
+        return std::any_of(values, values + count, [&](xcb_atom_t a) {
+            return std::find(outside.begin(), outside.end(), a) != outside.end();
+        });
+    };
+    for (const auto& [window, pid] : windowsWithPids(*display)) {
+        const bool inTaskbar = !isOutside(window, type) && !isOutside(window, state);
+        presence[pid] = presence[pid] || inTaskbar;
+    }
+    return presence;
 }
 
 bool activateWindowsOf(std::int32_t pid) {

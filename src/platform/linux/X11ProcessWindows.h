@@ -19,6 +19,11 @@ std::optional<std::string> windowClassOf(std::int32_t pid);
 // The same for every process that has a managed window, in one pass.
 std::map<std::int32_t, std::string> windowClassesByPid();
 
+// For every process with a managed window: whether any of its windows belongs in a task bar
+// (not a dock, not the desktop, not _NET_WM_STATE_SKIP_TASKBAR). A process whose windows all
+// stay out of the task bar is a panel, a dock or a desktop, not an application of the user's.
+std::map<std::int32_t, bool> taskbarPresenceByPid();
+
 // Asks the window manager to activate (focus and raise) the process's topmost window, through
 // _NET_ACTIVE_WINDOW as a pager would. False if it has no window or no display answers.
 bool activateWindowsOf(std::int32_t pid);

@@ -36,13 +36,17 @@ Expected<ShareableContent, std::string> XcbCaptureBackend::shareableContent() {
     }
     ShareableContent content;
     const double scale = connection_->scale();
-    const xcb_screen_t* screen = connection_->screen();
-    ShareableDisplay display;
-    display.displayID = 1;
-    display.width = static_cast<int>(screen->width_in_pixels / scale);
-    display.height = static_cast<int>(screen->height_in_pixels / scale);
-    display.pixelDensity = scale;
-    content.displays.push_back(display);
+    // Each monitor is a display, the primary first: the full-display picture takes its size.
+    std::uint32_t number = 0;
+    for (const auto& monitor : connection_->monitors()) {
+        ShareableDisplay display;
+        display.displayID = ++number;
+        display.origin = Point{monitor.frame.x / scale, monitor.frame.y / scale};
+        display.width = static_cast<int>(monitor.frame.width / scale);
+        display.height = static_cast<int>(monitor.frame.height / scale);
+        display.pixelDensity = scale;
+        content.displays.push_back(display);
+    }
     for (const auto& client : clients_.clients()) {
         ShareableWindow window;
         window.pixelDensity = scale;

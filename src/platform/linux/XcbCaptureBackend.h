@@ -31,6 +31,10 @@ class XcbCaptureBackend : public CaptureBackend {
     Expected<Image, CaptureFailure> windowPixels(xcb_window_t window,
                                                  std::optional<Rect> part = std::nullopt);
 
+    void setApplicationNames(ApplicationNames names) {
+        clients_.setApplicationNames(std::move(names));
+    }
+
   private:
     void ensureRedirected(xcb_window_t window);
 

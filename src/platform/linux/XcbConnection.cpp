@@ -1,8 +1,12 @@
 #include "XcbConnection.h"
 
 #include "DesktopScale.h"
+#include "WindowPid.h"
 
 #include <xcb/composite.h>
+#include <xcb/randr.h>
+
+#include <algorithm>
 
 #include <array>
 #include <cstring>
@@ -160,6 +164,33 @@ std::optional<Rect> XcbConnection::rootGeometry(xcb_window_t window) const {
         return std::nullopt;
     return Rect{static_cast<double>(origin->dst_x), static_cast<double>(origin->dst_y),
                 static_cast<double>(geometry->width), static_cast<double>(geometry->height)};
+}
+
+std::optional<std::int32_t> XcbConnection::pidOf(xcb_window_t window) const {
+    return windowPid(connection_, window, atoms_.netWmPid);
+}
+
+std::vector<XcbConnection::Monitor> XcbConnection::monitors() const {
+    std::vector<Monitor> result;
+    XcbReply<xcb_randr_get_monitors_reply_t> reply(xcb_randr_get_monitors_reply(
+        connection_, xcb_randr_get_monitors(connection_, root(), 1), nullptr));
+    if (reply) {
+        for (auto it = xcb_randr_get_monitors_monitors_iterator(reply.get()); it.rem;
+             xcb_randr_monitor_info_next(&it)) {
+            const auto& m = *it.data;
+            if (m.width > 0 && m.height > 0) {
+                result.push_back({Rect{double(m.x), double(m.y), double(m.width), double(m.height)},
+                                  m.primary != 0});
+            }
+        }
+    }
+    if (result.empty()) {
+        result.push_back(
+            {Rect{0, 0, double(screen_->width_in_pixels), double(screen_->height_in_pixels)},
+             true});
+    }
+    std::stable_partition(result.begin(), result.end(), [](const Monitor& m) { return m.primary; });
+    return result;
 }
 
 void XcbConnection::sendToRoot(xcb_window_t window, xcb_atom_t type,

@@ -65,6 +65,18 @@ class XcbConnection {
     // The window's ancestor that is a child of the root: the window manager's frame around a
     // managed window, or the window itself where it has no frame. None if it is gone.
     std::optional<xcb_window_t> topLevelOf(xcb_window_t window) const;
+    // The process that owns the window: _NET_WM_PID, else what the X server knows of the
+    // client that made it (X-Resource), for programs that don't set the property (xmessage).
+    std::optional<std::int32_t> pidOf(xcb_window_t window) const;
+
+    // The monitors (RandR), in pixels of root coordinates, the primary one first; the whole
+    // root as one monitor where RandR tells nothing.
+    struct Monitor {
+        Rect frame;
+        bool primary = false;
+    };
+    std::vector<Monitor> monitors() const;
+
     // Sends a client message to the root window as a pager would.
     void sendToRoot(xcb_window_t window, xcb_atom_t type, const std::uint32_t (&data)[5]) const;
 

@@ -14,6 +14,10 @@ class XcbWindowListBackend : public WindowListBackend {
         : connection_(connection), clients_(std::move(connection)) {}
     Value windowList(WindowListOption option) const override;
 
+    void setApplicationNames(ApplicationNames names) {
+        clients_.setApplicationNames(std::move(names));
+    }
+
   private:
     bool isViewable(xcb_window_t window) const;
 
