@@ -3,6 +3,8 @@
 // application or the command line) builds at start and tests build from fakes. Pointers are
 // not owned; each interface lives in its own header in this folder.
 
+#include "model/HostPlatform.h"
+
 namespace zd {
 
 class Clock;
@@ -39,6 +41,7 @@ struct Environment {
     CanvasFactory* canvases = nullptr;             // drawing surfaces for composition
     SettingsStore* settings = nullptr;             // the typed settings store
     DialogBackend* dialogs = nullptr;              // folder chooser, alerts, reveal in file manager
+    HostPlatform platform = HostPlatform::macOS;   // whose words a failure speaks in
 };
 
 }  // namespace zd

@@ -74,14 +74,25 @@ std::string saveFolderChosen(const std::string& path) {
     return "Save folder: " + path;
 }
 
-std::string captureFailure(const RunError& error) {
+std::string captureFailure(const RunError& error, HostPlatform platform) {
+    const bool x11 = platform == HostPlatform::x11;
     if (const auto* capture = std::get_if<CaptureFailure>(&error);
         capture && capture->is(CaptureError::permissionDenied)) {
+        // On X11 nothing asks for permission: the window list fails only without Composite.
+        if (x11) {
+            return "Can't read windows off the screen \u2014 the X server needs the Composite "
+                   "extension.";
+        }
         return "Screen Recording permission needed \u2014 System Settings \u2192 Privacy & "
                "Security.";
     }
     if (const auto* appearance = std::get_if<AppearanceController::Failure>(&error);
         appearance && appearance->kind == AppearanceController::Failure::Kind::automationDenied) {
+        if (x11) {
+            return "Couldn't toggle Dark Mode \u2014 gsettings couldn't change the desktop's "
+                   "colour "
+                   "scheme; check the session's D-Bus, then retry.";
+        }
         return "Couldn't toggle Dark Mode \u2014 grant Zephyrdock access to System Events in "
                "Privacy & Security \u2192 Automation, then retry.";
     }

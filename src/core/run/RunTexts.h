@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "model/HostPlatform.h"
 #include "run/RunError.h"
 
 namespace zd::RunTexts {
@@ -34,7 +35,8 @@ std::string savedWithNotFollowing(int n, const std::string& path,
                                   const std::vector<std::string>& appNames);
 std::string saveFolderChosen(const std::string& path);
 
-// What the user reads for a failure that ends a run (cancellation is worded by the run).
-std::string captureFailure(const RunError& error);
+// What the user reads for a failure that ends a run (cancellation is worded by the run), in the
+// words of the system it runs on.
+std::string captureFailure(const RunError& error, HostPlatform platform = HostPlatform::macOS);
 
 }  // namespace zd::RunTexts

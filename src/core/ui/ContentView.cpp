@@ -150,7 +150,7 @@ std::optional<CaptureTarget> ContentView::selectedTarget() const {
 }
 
 void ContentView::handleCaptureError(const RunError& error) {
-    progress.setStatusMessage(RunTexts::captureFailure(error));
+    progress.setStatusMessage(RunTexts::captureFailure(error, env_.platform));
 }
 
 void ContentView::cancelCapture() {

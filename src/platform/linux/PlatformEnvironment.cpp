@@ -71,6 +71,7 @@ struct PlatformEnvironment::Impl {
         env.menus = &menus;
         env.canvases = &canvases;
         env.settings = &settings;
+        env.platform = HostPlatform::x11;
         // Windows are listed under the name the user's launcher shows for their application.
         ApplicationNames names = [this](std::int32_t pid) -> std::optional<std::string> {
             auto app = processes.runningApplication(pid);

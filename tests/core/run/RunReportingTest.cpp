@@ -10,23 +10,51 @@ namespace {
 
 using Strings = std::vector<std::string>;
 
-TEST(ErrorWords, FirstFittingTestWritesTheStatus) {
-    const std::string generic =
-        "Capture failed: The operation couldn\u2019t be completed. (Zephyrdock.";
-    const std::vector<std::pair<RunError, std::string>> cases{
-        {CaptureFailure::of(CaptureError::permissionDenied),
-         "Screen Recording permission needed \u2014 System Settings \u2192 Privacy & Security."},
-        {CaptureFailure::of(CaptureError::windowNotFound), generic + "CaptureError error 0.)"},
-        {CaptureFailure::of(CaptureError::noDisplay), generic + "CaptureError error 3.)"},
-        {CaptureFailure::system("The stream stopped."), "Capture failed: The stream stopped."},
-        {AppearanceController::Failure{AppearanceController::Failure::Kind::scriptError, "boom"},
-         generic + "AppearanceController.Failure error 0.)"},
-        {LanguageRelauncher::Failure::missingBundleID(),
-         generic + "LanguageRelauncher.Failure error 1.)"},
-    };
-    for (const auto& [error, status] : cases)
-        EXPECT_EQ(RunTexts::captureFailure(error), status);
+struct ErrorCase {
+    const char* name;
+    RunError error;
+    std::string status;
+    HostPlatform platform = HostPlatform::macOS;
+};
+
+class ErrorWords : public ::testing::TestWithParam<ErrorCase> {};
+
+TEST_P(ErrorWords, FirstFittingTestWritesTheStatus) {
+    EXPECT_EQ(RunTexts::captureFailure(GetParam().error, GetParam().platform), GetParam().status);
 }
+
+const std::string generic = "The operation couldn\u2019t be completed. ";
+
+INSTANTIATE_TEST_SUITE_P(
+    Failures, ErrorWords,
+    ::testing::Values(
+        ErrorCase{"PermissionDenied", CaptureFailure::of(CaptureError::permissionDenied),
+                  "Screen Recording permission needed \u2014 System Settings \u2192 Privacy & "
+                  "Security."},
+        ErrorCase{"NoCompositeOnX11", CaptureFailure::of(CaptureError::permissionDenied),
+                  "Can't read windows off the screen \u2014 the X server needs the Composite "
+                  "extension.",
+                  HostPlatform::x11},
+        ErrorCase{"GsettingsOnX11",
+                  AppearanceController::Failure{
+                      AppearanceController::Failure::Kind::automationDenied, {}},
+                  "Couldn't toggle Dark Mode \u2014 gsettings couldn't change the desktop's colour "
+                  "scheme; check the session's D-Bus, then retry.",
+                  HostPlatform::x11},
+        ErrorCase{"WindowNotFoundIsGeneric", CaptureFailure::of(CaptureError::windowNotFound),
+                  "Capture failed: " + generic + "(Zephyrdock.CaptureError error 0.)"},
+        ErrorCase{"NoDisplayIsGeneric", CaptureFailure::of(CaptureError::noDisplay),
+                  "Capture failed: " + generic + "(Zephyrdock.CaptureError error 3.)"},
+        ErrorCase{"SystemFailureKeepsItsText", CaptureFailure::system("The stream stopped."),
+                  "Capture failed: The stream stopped."},
+        ErrorCase{
+            "ScriptErrorIsGeneric",
+            AppearanceController::Failure{AppearanceController::Failure::Kind::scriptError, "boom"},
+            "Capture failed: " + generic + "(Zephyrdock.AppearanceController.Failure error 0.)"},
+        ErrorCase{
+            "MissingBundleIDIsGeneric", LanguageRelauncher::Failure::missingBundleID(),
+            "Capture failed: " + generic + "(Zephyrdock.LanguageRelauncher.Failure error 1.)"}),
+    [](const auto& p) { return std::string(p.param.name); });
 
 // The summary after a multiple-windows run.
 CaptureEngine::CaptureRecords threeSelected(std::vector<CaptureEngine::CaptureOutcome> outcomes,
@@ -38,10 +66,13 @@ CaptureEngine::CaptureRecords threeSelected(std::vector<CaptureEngine::CaptureOu
     return records;
 }
 
-TEST(AllWindowsSummary, ListsEveryWindowWithItsFateOrIsSilent) {
+TEST(AllWindowsSummary, SilentWhenEverySelectedWindowMadeIt) {
     EXPECT_FALSE(makeAllWindowsSummary(threeSelected({{"Pad \u2014 Doc", {}, true, false},
                                                       {"Mail", {}, true, false},
                                                       {"Term", {}, true, false}})));
+}
+
+TEST(AllWindowsSummary, ListsEveryWindowWithItsFate) {
     auto summary =
         makeAllWindowsSummary(threeSelected({{"Mail", {-1440.5, 25.9, 800.7, 600.2}, false, true},
                                              {"Pad \u2014 Doc", {10, 20, 300, 200}, true, false}}));
