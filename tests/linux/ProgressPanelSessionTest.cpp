@@ -24,6 +24,7 @@ class ProgressPanelInSession : public testing::SessionTest {
         x11::HeadlessSession::Options options;
         options.width = 1440;
         options.height = 900;
+        options.scale = 1;  // the panel's frame is checked in pixels
         startSession(options);
     }
 };
