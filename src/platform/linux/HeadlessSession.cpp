@@ -219,9 +219,11 @@ std::optional<std::string> HeadlessSession::launch(Options options) {
             // Qt 6 applications take their palette from qt6ct's config, which follows the
             // appearance live; Qt's GTK theme reads the GTK theme only at start.
             {"QT_QPA_PLATFORMTHEME", "qt6ct"},
-            // GTK 3 and 4 draw at GDK_SCALE, Qt at Xft.dpi over 96 (setResources).
+            // GTK 3 and 4 draw at GDK_SCALE. Qt takes its dpi from XSETTINGS' Xft/DPI, which
+            // stays unscaled for GTK's sake (below), so it is given the scale itself.
             {"GDK_SCALE", std::to_string(scale)},
-            {"QT_ENABLE_HIGHDPI_SCALING", "1"}};
+            {"QT_ENABLE_HIGHDPI_SCALING", "1"},
+            {"QT_SCALE_FACTOR", std::to_string(scale)}};
     if (auto failure = writeQtConfig())
         return failure;
     if (options.sessionBus) {
@@ -342,7 +344,7 @@ std::optional<std::string> HeadlessSession::writeQtConfig() const {
 }
 
 void HeadlessSession::setResources(int scale) const {
-    // What xrdb would load: the font dpi that Xft (openbox's titles) and Qt read.
+    // What xrdb would load: the font dpi that Xft-drawn text reads.
     const std::string resources = "Xft.dpi:\t" + std::to_string(96 * scale) + "\n";
     xcb_connection_t* c = xcb_connect(display_.c_str(), nullptr);
     if (c && !xcb_connection_has_error(c)) {

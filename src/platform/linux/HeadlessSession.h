@@ -3,8 +3,9 @@
 // reaches dconf) with the accessibility bus, xsettingsd with its own config file and a qt6ct
 // config for Qt applications, all confined to a temporary folder.
 // It runs at a scale (2 unless told otherwise) as a Retina Mac does: a screen of that many
-// pixels per point, with every toolkit told so (GDK_SCALE and XSETTINGS for GTK, Xft.dpi in the
-// root's resources for Qt and Xft), so its captures are real pixels at that density.
+// pixels per point, with every toolkit told so (GDK_SCALE and XSETTINGS for GTK,
+// QT_SCALE_FACTOR for Qt, Xft.dpi in the root's resources for Xft), so its captures are real
+// pixels at that density.
 // Integration tests and the command line start one, run targets inside it and let the
 // destructor end every process it started, each by its own pid. The helpers share one process
 // group of their own (so a Ctrl-C meant for this program doesn't reach them) and get SIGTERM
