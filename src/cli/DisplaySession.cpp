@@ -36,8 +36,8 @@ Expected<std::unique_ptr<DisplaySession>, std::string> DisplaySession::open(cons
     ensureOffscreenGui();
     // Found now: a private display brings XDG folders of its own.
     Journal journal;
-    if (auto folder = x11::FileRunJournalBackend::defaultFolder()) {
-        journal.backend = std::make_unique<x11::FileRunJournalBackend>(*folder);
+    journal.backend = PlatformEnvironment::journalBackend();
+    if (journal.backend) {
         journal.journal = std::make_unique<RunJournal>(*journal.backend, getpid());
     }
     PlatformEnvironment::Options platformOptions;

@@ -13,8 +13,8 @@
 
 #include "ConsoleDialogBackend.h"
 #include "common/PlatformEnvironment.h"
+#include "env/RunJournalBackend.h"
 #include "linux/DisplayProbe.h"
-#include "linux/FileRunJournalBackend.h"
 #include "linux/HeadlessSession.h"
 #include "model/Expected.h"
 #include "run/RunJournal.h"
@@ -52,7 +52,7 @@ class DisplaySession {
 
   private:
     struct Journal {
-        std::unique_ptr<x11::FileRunJournalBackend> backend;
+        std::unique_ptr<RunJournalBackend> backend;
         std::unique_ptr<RunJournal> journal;
     };
     DisplaySession(Journal journal, std::unique_ptr<x11::HeadlessSession> session,

@@ -10,9 +10,12 @@
 #include "common/PlatformEnvironment.h"
 #include "common/SystemUpdater.h"
 #include "controls/AppPalette.h"
+#include "env/RunJournalBackend.h"
 #include "model/Preferences.h"
 #include "panel/ProgressPanel.h"
 #include "run/LiveRunServices.h"
+#include "run/RunJournal.h"
+#include "run/RunRecovery.h"
 #include "shell/QtDialogBackend.h"
 #include "shell/UpdaterController.h"
 #include "ui/ContentView.h"
@@ -54,6 +57,7 @@ ZephyrdockApp::ZephyrdockApp() = default;
 
 ZephyrdockApp::~ZephyrdockApp() {
     // The window and its subscriptions go before the state they observe.
+    recovery_.reset();
     window_.reset();
     panel_.reset();
     updater_.reset();
@@ -61,7 +65,11 @@ ZephyrdockApp::~ZephyrdockApp() {
 }
 
 std::optional<std::string> ZephyrdockApp::start(const Options& options) {
-    auto platform = PlatformEnvironment::create({options.settingsPath});
+    journalBackend_ = PlatformEnvironment::journalBackend();
+    if (journalBackend_)
+        journal_ = std::make_unique<RunJournal>(
+            *journalBackend_, static_cast<std::int32_t>(QCoreApplication::applicationPid()));
+    auto platform = PlatformEnvironment::create({options.settingsPath, journal_.get()});
     if (!platform)
         return platform.error();
     platform_ = std::move(*platform);
@@ -87,6 +95,16 @@ std::optional<std::string> ZephyrdockApp::start(const Options& options) {
         if (!SystemUpdater::checkForUpdates())
             updater_->checkForUpdates();
     });
+
+    // What a run that died (a crash, a kill) left changed is put back first, and said in the
+    // status line.
+    if (journalBackend_) {
+        recovery_ =
+            spawn([](Environment e, RunJournalBackend& backend, ContentView& view) -> Task<void> {
+                if (auto line = co_await RunRecovery::recoverInterruptedRuns(e, backend))
+                    view.progress.setStatusMessage(*line);
+            }(platform_->environmentWithoutJournal(), *journalBackend_, *view_));
+    }
 
     window_->show();
     window_->raise();

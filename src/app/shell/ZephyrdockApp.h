@@ -6,7 +6,10 @@
 #include <QObject>
 
 #include <memory>
+#include <optional>
 #include <string>
+
+#include "run/Task.h"
 
 class QMainWindow;
 class QMenu;
@@ -16,6 +19,8 @@ class ContentView;
 class LiveRunServices;
 class PanelWindowBackend;
 class PlatformEnvironment;
+class RunJournal;
+class RunJournalBackend;
 }  // namespace zd
 
 namespace zd::app {
@@ -44,6 +49,9 @@ class ZephyrdockApp : public QObject {
     ProgressPanel* panel() const { return panel_.get(); }
 
   private:
+    // What runs change is journaled, so that a start after a crash puts it back.
+    std::unique_ptr<RunJournalBackend> journalBackend_;
+    std::unique_ptr<RunJournal> journal_;
     std::unique_ptr<PlatformEnvironment> platform_;
     std::unique_ptr<QtDialogBackend> dialogs_;
     std::unique_ptr<LiveRunServices> services_;
@@ -52,6 +60,7 @@ class ZephyrdockApp : public QObject {
     std::unique_ptr<ProgressPanel> panel_;
     std::unique_ptr<MainWindow> window_;
     std::unique_ptr<UpdaterController> updater_;
+    std::optional<TaskHandle> recovery_;
 };
 
 }  // namespace zd::app

@@ -13,6 +13,7 @@ namespace zd {
 
 class ResourceBundle;
 class RunJournal;
+class RunJournalBackend;
 
 class PlatformEnvironment {
   public:
@@ -23,6 +24,10 @@ class PlatformEnvironment {
         // start after a crash can put it back; it must outlive the environment.
         RunJournal* journal = nullptr;
     };
+
+    // Where this platform keeps the journals of runs, so a start after a crash can find what a
+    // dead run changed; nothing where the platform keeps none.
+    static std::unique_ptr<RunJournalBackend> journalBackend();
 
     // Connects to the window server. The text says why it couldn't.
     static Expected<std::unique_ptr<PlatformEnvironment>, std::string> create(

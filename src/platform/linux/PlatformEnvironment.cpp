@@ -15,6 +15,7 @@
 #include "linux/AtspiMenuBackend.h"
 #include "linux/EwmhSpacesBackend.h"
 #include "linux/EwmhWindowSizingBackend.h"
+#include "linux/FileRunJournalBackend.h"
 #include "linux/FileSettingsStore.h"
 #include "linux/GnomeAppearanceBackend.h"
 #include "linux/LanguageOverrideStore.h"
@@ -112,6 +113,12 @@ struct PlatformEnvironment::Impl {
     Environment env;
     Environment unjournaled;
 };
+
+std::unique_ptr<RunJournalBackend> PlatformEnvironment::journalBackend() {
+    if (auto folder = x11::FileRunJournalBackend::defaultFolder())
+        return std::make_unique<x11::FileRunJournalBackend>(*folder);
+    return nullptr;
+}
 
 Expected<std::unique_ptr<PlatformEnvironment>, std::string> PlatformEnvironment::create(
     const Options& options) {

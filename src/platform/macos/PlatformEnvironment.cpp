@@ -21,6 +21,7 @@
 #include "macos/ScreenCaptureKitBackend.h"
 #include "macos/UserDefaultsSettingsStore.h"
 #include "macos/VisionTextRecognitionBackend.h"
+#include "env/RunJournalBackend.h"
 #include "model/ResourceBundle.h"
 #include "run/JournaledBackends.h"
 
@@ -86,6 +87,12 @@ struct PlatformEnvironment::Impl {
     Environment env;
     Environment unjournaled;
 };
+
+// The macOS edition keeps no journal yet: a crashed run's appearance and language keys stay
+// as the run left them.
+std::unique_ptr<RunJournalBackend> PlatformEnvironment::journalBackend() {
+    return nullptr;
+}
 
 Expected<std::unique_ptr<PlatformEnvironment>, std::string> PlatformEnvironment::create(
     const Options& options) {
