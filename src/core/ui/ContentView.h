@@ -87,8 +87,6 @@ class ContentView {
     CaptureProgressModel progress;
     bool isWorking = false;
     std::optional<TaskHandle> captureTask;
-    // The clean-up's detached language revert has not ended yet (a process that leaves waits).
-    bool revertingLanguage = false;
     // What the last multiple-windows layout and capture found, for the run's summary.
     CaptureEngine::CaptureRecords captureRecords;
     // Where the status items of the last captured menu bar begin, as a fraction of its width.

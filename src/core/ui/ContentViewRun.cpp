@@ -307,7 +307,6 @@ void ContentView::cleanUp(const RunRestore& restore) {
     notices.announce(ViewChange::runState);
     if (restore.revertBundleID && !languages.empty()) {
         // Detached: the run ends now; the revert and the search for the window follow.
-        revertingLanguage = true;
         ++revertsRunning_;
         clock().post([this, bundleID = *restore.revertBundleID, restore] {
             spawn(revertAndRestore(bundleID, restore));
@@ -319,7 +318,6 @@ void ContentView::cleanUp(const RunRestore& restore) {
 
 Task<void> ContentView::revertAndRestore(std::string bundleID, RunRestore restore) {
     co_await services_.revertToOriginalLanguage(bundleID);
-    revertingLanguage = false;
     --revertsRunning_;
     restoreSourceSelectionWithRetry(restore.restoreBundleID, restore.restoreAppName);
 }

@@ -18,7 +18,7 @@ TEST_F(RunFixture, TypicalRunTwoLanguagesBothAppearancesInExactOrder) {
         if (entry.rfind("saveAll", 0) == 0)
             savedAt = clock.now();
         if (entry.rfind("revertToOriginalLanguage", 0) == 0)
-            revertingDuringRevert = view->revertingLanguage;
+            revertingDuringRevert = view->revertInProgress();
     };
     bool pulsingAtCleanUp = false;
     auto watch = view->progress.subscribe([&](CaptureProgressModel::Field field) {
@@ -130,7 +130,7 @@ TEST_F(RunFixture, TypicalRunTwoLanguagesBothAppearancesInExactOrder) {
     EXPECT_TRUE(pulsingAtCleanUp);
     EXPECT_FALSE(view->pulseRevealButton);
     EXPECT_TRUE(revertingDuringRevert);
-    EXPECT_FALSE(view->revertingLanguage);
+    EXPECT_FALSE(view->revertInProgress());
     EXPECT_FALSE(view->isWorking);
     EXPECT_FALSE(view->captureTask);
     EXPECT_EQ(view->selectedTargetID, 200u);  // found again after the revert
