@@ -24,9 +24,9 @@ std::optional<std::int32_t> windowPid(xcb_connection_t* c, xcb_window_t window,
         return static_cast<std::int32_t>(
             *static_cast<const std::uint32_t*>(xcb_get_property_value(property.get())));
     }
-    xcb_res_client_id_spec_t spec{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
+    xcb_res_client_id_spec_t wanted{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
     Reply<xcb_res_query_client_ids_reply_t> ids(
-        xcb_res_query_client_ids_reply(c, xcb_res_query_client_ids(c, 1, &spec), nullptr),
+        xcb_res_query_client_ids_reply(c, xcb_res_query_client_ids(c, 1, &wanted), nullptr),
         &std::free);
     if (!ids)
         return std::nullopt;
