@@ -32,7 +32,15 @@ void ensureOffscreenGui() {
     static char platformOption[] = "-platform";
     static char platform[] = "offscreen";
     static char* argv[] = {name, platformOption, platform, nullptr};
+    // The target's menu titles are read through libatspi on a worker thread, and libatspi keeps
+    // its D-Bus connection on GLib's default context: Qt's GLib event dispatcher would dispatch
+    // that connection on this thread at the same time. Qt's own dispatcher leaves it alone. Set
+    // for this process only, so that programs started from here don't inherit it.
+    const bool keepNoGlib = qEnvironmentVariableIsSet("QT_NO_GLIB");
+    qputenv("QT_NO_GLIB", "1");
     static QGuiApplication app(argc, argv);
+    if (!keepNoGlib)
+        qunsetenv("QT_NO_GLIB");
 }
 
 bool processEventsUntil(const std::function<bool()>& done, std::chrono::milliseconds limit) {
