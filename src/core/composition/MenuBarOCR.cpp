@@ -7,20 +7,13 @@
 #include "env/CanvasFactory.h"
 #include "env/CaptureBackend.h"
 
+#include "model/TrimmedText.h"
 namespace zd::MenuBarOCR {
 
 namespace {
 
-bool isBlank(char c) {
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\v' || c == '\f';
-}
-
 std::string trimmed(std::string_view text) {
-    while (!text.empty() && isBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back()))
-        text.remove_suffix(1);
-    return std::string(text);
+    return std::string(trimmedText(text));
 }
 
 // Lower case of the code points whose case the menus of Latin, Greek and Cyrillic scripts

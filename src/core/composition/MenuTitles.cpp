@@ -2,20 +2,13 @@
 
 #include <map>
 
+#include "model/TrimmedText.h"
 namespace zd::MenuTitles {
 
 namespace {
 
-bool isBlank(char c) {
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\v' || c == '\f';
-}
-
 std::string trimmed(std::string_view text) {
-    while (!text.empty() && isBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back()))
-        text.remove_suffix(1);
-    return std::string(text);
+    return std::string(trimmedText(text));
 }
 
 // The system menu bar's own words for File, Edit, View, Window and Help in each language of

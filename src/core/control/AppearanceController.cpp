@@ -6,6 +6,7 @@
 #include "control/Utf8.h"
 #include "env/AppearanceBackend.h"
 
+#include "model/TrimmedText.h"
 namespace zd::AppearanceController {
 
 namespace {
@@ -18,10 +19,6 @@ std::string script(std::string_view innermost) {
     text += "\n    end tell\n";
     text += "end tell";
     return text;
-}
-
-bool isBlank(char c) {
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\v' || c == '\f';
 }
 
 // The tool's output as text, or none for every failure.
@@ -44,11 +41,7 @@ std::string writingScript(Mode mode) {
 }
 
 std::optional<Mode> parseMode(std::string_view output) {
-    while (!output.empty() && isBlank(output.front()))
-        output.remove_prefix(1);
-    while (!output.empty() && isBlank(output.back()))
-        output.remove_suffix(1);
-    std::string word(output);
+    std::string word(trimmedText(output));
     std::transform(word.begin(), word.end(), word.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     if (word == "true" || word == "'prefer-dark'")
