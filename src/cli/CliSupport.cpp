@@ -2,18 +2,24 @@
 
 #include <filesystem>
 
-#include "linux/FileSettingsStore.h"
+#include "common/FileSettingsStore.h"
+#include "common/PlatformEnvironment.h"
 
 namespace zd::cli {
 
-std::unique_ptr<FileSettingsStore> openSettings(Context& context) {
-    auto path = context.settingsFile ? context.settingsFile : FileSettingsStore::defaultPath();
-    if (!path) {
+std::unique_ptr<SettingsStore> openSettings(Context& context) {
+    auto store = PlatformEnvironment::openSettings(context.settingsFile.value_or(""));
+    if (!store) {
         *context.err << "zephyrdock: cannot find the settings file: neither XDG_CONFIG_HOME nor "
                         "HOME is set; give one with --settings-file\n";
-        return nullptr;
     }
-    return std::make_unique<FileSettingsStore>(*path);
+    return store;
+}
+
+std::string settingsLocation(const SettingsStore& store) {
+    if (const auto* file = dynamic_cast<const FileSettingsStore*>(&store))
+        return file->path();
+    return PlatformEnvironment::userSettingsPlace();
 }
 
 std::string absolutePath(const std::string& path) {
@@ -22,7 +28,11 @@ std::string absolutePath(const std::string& path) {
     return error ? path : absolute.lexically_normal().string();
 }
 
-void warnAboutSettingsFile(Context& context, const FileSettingsStore& store) {
+void warnAboutSettingsFile(Context& context, const SettingsStore& settings) {
+    const auto* file = dynamic_cast<const FileSettingsStore*>(&settings);
+    if (!file)
+        return;
+    const FileSettingsStore& store = *file;
     if (auto why = store.unusablePath()) {
         *context.err << "zephyrdock: " << store.path() << " " << *why
                      << ", not a settings file; every key falls back\n";

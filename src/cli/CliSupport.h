@@ -15,7 +15,7 @@ class App;
 
 namespace zd {
 
-class FileSettingsStore;
+class SettingsStore;
 
 namespace cli {
 
@@ -29,7 +29,7 @@ enum ExitCode : int {
 };
 
 struct Context {
-    std::optional<std::string> settingsFile;  // --settings-file; the user's file otherwise
+    std::optional<std::string> settingsFile;  // --settings-file; the user's settings otherwise
     int exitCode = exitSuccess;
     std::ostream* out = &std::cout;
     std::ostream* err = &std::cerr;
@@ -44,16 +44,21 @@ struct Context {
     }
 };
 
-// Opens the settings file of --settings-file or the user's own; nothing, with a message on
-// stderr, when there is no home folder to find it in.
-std::unique_ptr<FileSettingsStore> openSettings(Context& context);
+// Opens the settings file of --settings-file or the user's own settings (a file on Linux, the
+// defaults on macOS); nothing, with a message on stderr, when there is no home folder to find
+// them in.
+std::unique_ptr<SettingsStore> openSettings(Context& context);
+// Where the store keeps its settings: the file's path, or the platform's words for the user's
+// own settings where they are no file.
+std::string settingsLocation(const SettingsStore& store);
 
 // The path made absolute against the working folder and normalised; as given if that fails.
 std::string absolutePath(const std::string& path);
 
 // One warning line on stderr when the settings file can't be used or read (every key then
-// falls back), so that no command works from defaults in silence.
-void warnAboutSettingsFile(Context& context, const FileSettingsStore& store);
+// falls back), so that no command works from defaults in silence. Nothing for settings that
+// are no file.
+void warnAboutSettingsFile(Context& context, const SettingsStore& store);
 
 // The text with its control characters shown as \xNN, so that a language code or a title
 // echoed to a terminal can't move the cursor, clear the screen or start a line of its own.

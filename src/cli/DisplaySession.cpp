@@ -6,7 +6,7 @@
 #include <cstdlib>
 
 #include "OffscreenGui.h"
-#include "linux/FileSettingsStore.h"
+#include "common/PlatformEnvironment.h"
 #include "linux/ToolRunner.h"
 #include "run/RunRecovery.h"
 
@@ -45,7 +45,7 @@ Expected<std::unique_ptr<DisplaySession>, std::string> DisplaySession::open(cons
     // Resolved now: the private display brings XDG folders of its own, and the user's settings
     // must still be the ones read.
     platformOptions.settingsPath =
-        options.settingsFile.value_or(FileSettingsStore::defaultPath().value_or(""));
+        options.settingsFile.value_or(PlatformEnvironment::userSettingsFile().value_or(""));
 
     std::string whyNotUsers = "DISPLAY is not set";
     if (!options.headless) {

@@ -13,7 +13,7 @@
 #include "QtImageCodec.h"
 #include "RunOverrides.h"
 #include "composition/Compositor.h"
-#include "linux/FileSettingsStore.h"
+#include "common/FileSettingsStore.h"
 #include "linux/ResourceBundleLocations.h"
 #include "linux/XcbConnection.h"
 #include "linux/XcbScreenBackend.h"

@@ -6,8 +6,9 @@
 
 #include "CliSupport.h"
 #include "SettingKeys.h"
-#include "linux/FileSettingsStore.h"
-#include "linux/JsonValueCodec.h"
+#include "common/FileSettingsStore.h"
+#include "common/JsonValueCodec.h"
+#include "common/PlatformEnvironment.h"
 #include "linux/ResourceBundleLocations.h"
 #include "model/Preferences.h"
 #include "model/ResourceBundle.h"
@@ -32,7 +33,11 @@ std::string keyForms() {
     return text;
 }
 
-bool reportWriteError(Context& context, const FileSettingsStore& store) {
+bool reportWriteError(Context& context, const SettingsStore& settings) {
+    const auto* file = dynamic_cast<const FileSettingsStore*>(&settings);
+    if (!file)
+        return false;
+    const FileSettingsStore& store = *file;
     if (store.setAside()) {
         *context.err << "zephyrdock settings: " << store.path()
                      << " couldn't be read as settings; it is kept as " << *store.setAside()
@@ -74,11 +79,11 @@ int show(Context& context, bool json) {
                 ValueDictionary{{"stored", stored ? *stored : Value()},
                                 {"inEffect", inEffect(*store, key, loaded)}};
         }
-        ValueDictionary document{{"file", store->path()}, {"keys", std::move(keys)}};
+        ValueDictionary document{{"file", settingsLocation(*store)}, {"keys", std::move(keys)}};
         *context.out << JsonValueCodec::encode(Value(std::move(document)));
         return exitSuccess;
     }
-    *context.out << "Settings file: " << store->path() << "\n\n";
+    *context.out << "Settings file: " << settingsLocation(*store) << "\n\n";
     *context.out << padded("KEY", 24) << padded("STORED", 34) << "IN EFFECT\n";
     for (const auto& key : settingKeys()) {
         auto stored = store->objectForKey(std::string(key.name));
@@ -152,9 +157,9 @@ void addSettingsCommand(CLI::App& app, Context& context) {
     auto* settings = app.add_subcommand(
         "settings", "Show, change or reset the stored settings the application starts from");
     settings->footer(
-        "Settings are kept in $XDG_CONFIG_HOME/zephyrdock/settings.json (~/.config when "
-        "XDG_CONFIG_HOME is unset), or in the file given with --settings-file. A key that is "
-        "absent, or holds a value of the wrong type, falls back to its default.\n\nKeys:\n" +
+        "Settings are kept in " + PlatformEnvironment::userSettingsPlace() +
+        ", or in the JSON file given with --settings-file. A key that is absent, or holds a "
+        "value of the wrong type, falls back to its default.\n\nKeys:\n" +
         keyList());
     settings->require_subcommand(0, 1);
 
@@ -184,14 +189,14 @@ void addSettingsCommand(CLI::App& app, Context& context) {
     resetCommand->callback(
         [&context, &args] { context.exitCode = reset(context, args.resetKeys, args.resetAll); });
 
-    auto* pathCommand = settings->add_subcommand("path", "Print the path of the settings file");
+    auto* pathCommand = settings->add_subcommand("path", "Print where the settings are kept");
     pathCommand->callback([&context] {
         auto store = openSettings(context);
         if (!store) {
             context.exitCode = exitFailure;
             return;
         }
-        *context.out << store->path() << "\n";
+        *context.out << settingsLocation(*store) << "\n";
     });
 
     // `zephyrdock settings` alone shows them.

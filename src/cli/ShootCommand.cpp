@@ -19,7 +19,7 @@
 #include "TargetLauncher.h"
 #include "TargetText.h"
 #include "env/ProcessBackend.h"
-#include "linux/FileSettingsStore.h"
+#include "common/FileSettingsStore.h"
 #include "model/Preferences.h"
 #include "run/RunOutput.h"
 

@@ -13,6 +13,7 @@
 #include "SpacesCommand.h"
 #include "StopRequest.h"
 #include "TargetsCommand.h"
+#include "common/PlatformEnvironment.h"
 
 #ifndef ZD_VERSION
 #define ZD_VERSION "unknown"
@@ -31,8 +32,8 @@ int main(int argc, char** argv) {
     Context context;
     std::string settingsFile;
     app.add_option("--settings-file", settingsFile,
-                   "Use this settings file instead of "
-                   "$XDG_CONFIG_HOME/zephyrdock/settings.json")
+                   "Use this settings file (JSON, created when missing) instead of " +
+                       zd::PlatformEnvironment::userSettingsPlace())
         ->check([](const std::string& path) {
             return path.empty() ? std::string("--settings-file needs the path of a file") : "";
         })

@@ -12,7 +12,7 @@
 #include <thread>
 
 #include "CliRunner.h"
-#include "linux/FileSettingsStore.h"
+#include "common/FileSettingsStore.h"
 #include "linux/HeadlessSession.h"
 #include "linux/SpawnArguments.h"
 

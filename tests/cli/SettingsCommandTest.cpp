@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "CliRunner.h"
-#include "linux/FileSettingsStore.h"
-#include "linux/JsonValueCodec.h"
+#include "common/FileSettingsStore.h"
+#include "common/JsonValueCodec.h"
 
 namespace zd {
 namespace {

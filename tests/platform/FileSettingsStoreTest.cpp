@@ -1,6 +1,6 @@
 // The settings file: what one store writes another reads, writes replace the file whole, and
 // an unreadable file falls back and is kept.
-#include "linux/FileSettingsStore.h"
+#include "common/FileSettingsStore.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

@@ -1,5 +1,5 @@
 // The settings file's JSON: typed round trips, and malformed text that must give nothing.
-#include "linux/JsonValueCodec.h"
+#include "common/JsonValueCodec.h"
 
 #include <gtest/gtest.h>
 

@@ -158,6 +158,12 @@ intptr_t dispatch_group_wait(dispatch_group_t group, dispatch_time_t timeout);
 - (BOOL)launchAndReturnError:(out NSError** _Nullable)error;
 @end
 
+@interface NSFileManager (ZdSdk)
+// developer.apple.com/documentation/foundation/filemanager/urls(for:in:)
+- (NSArray<NSURL*>*)URLsForDirectory:(NSSearchPathDirectory)directory
+                           inDomains:(NSSearchPathDomainMask)domainMask;
+@end
+
 @interface NSUserDefaults (ZdSdk)
 // developer.apple.com/documentation/foundation/userdefaults/init(suitename:)
 - (nullable instancetype)initWithSuiteName:(nullable NSString*)suitename;

@@ -4,6 +4,7 @@
 // of this one class; nothing else asks which system it runs on.
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "env/Environment.h"
@@ -14,11 +15,12 @@ namespace zd {
 class ResourceBundle;
 class RunJournal;
 class RunJournalBackend;
+class SettingsStore;
 
 class PlatformEnvironment {
   public:
     struct Options {
-        // The settings file; empty for the user's own.
+        // A settings file (JSON), on every platform; empty for the user's own settings.
         std::string settingsPath;
         // Keeps the journal of what runs change (the appearance, language overrides), so a
         // start after a crash can put it back; it must outlive the environment.
@@ -28,6 +30,15 @@ class PlatformEnvironment {
     // Where this platform keeps the journals of runs, so a start after a crash can find what a
     // dead run changed; nothing where the platform keeps none.
     static std::unique_ptr<RunJournalBackend> journalBackend();
+
+    // The settings in the file at `path`, or the user's own settings when `path` is empty;
+    // nothing when this platform can't find the user's own (a Linux user without a home).
+    static std::unique_ptr<SettingsStore> openSettings(const std::string& path);
+    // The user's own settings file, resolved now; nothing where the user's own settings are
+    // no file (macOS keeps them in the defaults) or can't be found.
+    static std::optional<std::string> userSettingsFile();
+    // Where the user's own settings are kept, in words for the help.
+    static std::string userSettingsPlace();
 
     // Connects to the window server. The text says why it couldn't.
     static Expected<std::unique_ptr<PlatformEnvironment>, std::string> create(

@@ -5,18 +5,19 @@
 
 #include "common/PlatformEnvironment.h"
 
+#include <cstdlib>
 #include <filesystem>
 #include <optional>
 #include <system_error>
 
 #include "QtCanvasFactory.h"
 #include "QtImageCodec.h"
+#include "common/FileRunJournalBackend.h"
+#include "common/FileSettingsStore.h"
 #include "common/QtClock.h"
 #include "linux/AtspiMenuBackend.h"
 #include "linux/EwmhSpacesBackend.h"
 #include "linux/EwmhWindowSizingBackend.h"
-#include "linux/FileRunJournalBackend.h"
-#include "linux/FileSettingsStore.h"
 #include "linux/GnomeAppearanceBackend.h"
 #include "linux/LanguageOverrideStore.h"
 #include "linux/ProcProcessBackend.h"
@@ -114,10 +115,31 @@ struct PlatformEnvironment::Impl {
     Environment unjournaled;
 };
 
+std::unique_ptr<SettingsStore> PlatformEnvironment::openSettings(const std::string& path) {
+    auto file = path.empty() ? FileSettingsStore::defaultPath() : path;
+    if (!file)
+        return nullptr;
+    return std::make_unique<FileSettingsStore>(*file);
+}
+
+std::optional<std::string> PlatformEnvironment::userSettingsFile() {
+    return FileSettingsStore::defaultPath();
+}
+
+std::string PlatformEnvironment::userSettingsPlace() {
+    return "$XDG_CONFIG_HOME/zephyrdock/settings.json (~/.config when XDG_CONFIG_HOME is unset)";
+}
+
+// $XDG_STATE_HOME/zephyrdock/runs (~/.local/state when unset); none without a home.
 std::unique_ptr<RunJournalBackend> PlatformEnvironment::journalBackend() {
-    if (auto folder = x11::FileRunJournalBackend::defaultFolder())
-        return std::make_unique<x11::FileRunJournalBackend>(*folder);
-    return nullptr;
+    std::filesystem::path state;
+    if (const char* xdg = std::getenv("XDG_STATE_HOME"); xdg && xdg[0] == '/')
+        state = xdg;
+    else if (const char* home = std::getenv("HOME"); home && home[0] == '/')
+        state = std::filesystem::path(home) / ".local" / "state";
+    else
+        return nullptr;
+    return std::make_unique<FileRunJournalBackend>(state / "zephyrdock" / "runs");
 }
 
 Expected<std::unique_ptr<PlatformEnvironment>, std::string> PlatformEnvironment::create(

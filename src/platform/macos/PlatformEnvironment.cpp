@@ -1,6 +1,7 @@
 // The macOS environment: ScreenCaptureKit and the window list for windows, the private desktop
 // calls for Spaces, Accessibility for sizing, NSWorkspace for applications, System Events for
-// the appearance, Vision for text, NSUserDefaults for settings, QPainter for drawing.
+// the appearance, Vision for text, NSUserDefaults for settings (a JSON file when one is named),
+// QPainter for drawing, plain files under Application Support for the run journal.
 
 #include "common/PlatformEnvironment.h"
 
@@ -10,7 +11,10 @@
 
 #include "QtCanvasFactory.h"
 #include "QtImageCodec.h"
+#include "common/FileRunJournalBackend.h"
+#include "common/FileSettingsStore.h"
 #include "common/QtClock.h"
+#include "env/RunJournalBackend.h"
 #include "macos/AXWindowSizingBackend.h"
 #include "macos/CGSSpacesBackend.h"
 #include "macos/CGWindowListBackend.h"
@@ -20,8 +24,8 @@
 #include "macos/NSScreenBackend.h"
 #include "macos/ScreenCaptureKitBackend.h"
 #include "macos/UserDefaultsSettingsStore.h"
+#include "macos/UserFolders.h"
 #include "macos/VisionTextRecognitionBackend.h"
-#include "env/RunJournalBackend.h"
 #include "model/ResourceBundle.h"
 #include "run/JournaledBackends.h"
 
@@ -29,6 +33,10 @@ namespace zd {
 using namespace mac;
 
 namespace {
+
+// The application's bundle identifier (Info.plist): the defaults domain of the application
+// and of the command line alike, and the name of their folder in Application Support.
+constexpr const char* bundleIdentifier = "app.zephyrdock.Zephyrdock";
 
 // Inside Zephyrdock.app the bundle lies in Contents/Resources; in a build tree beside the
 // executable.
@@ -42,7 +50,9 @@ std::vector<std::string> resourceBundleCandidates() {
 
 struct PlatformEnvironment::Impl {
     explicit Impl(const Options& options)
-        : workers(clock), settings(options.settingsPath), bundle(resourceBundleCandidates()) {
+        : workers(clock),
+          settings(PlatformEnvironment::openSettings(options.settingsPath)),
+          bundle(resourceBundleCandidates()) {
         env.clock = &clock;
         env.workers = &workers;
         env.screens = &screens;
@@ -56,7 +66,7 @@ struct PlatformEnvironment::Impl {
         env.appearance = &appearance;
         env.textRecognition = &text;
         env.canvases = &canvases;
-        env.settings = &settings;
+        env.settings = settings.get();
         unjournaled = env;
         if (options.journal) {
             journaledAppearance.emplace(appearance, *options.journal);
@@ -79,8 +89,7 @@ struct PlatformEnvironment::Impl {
     MacAppearanceBackend appearance;
     VisionTextRecognitionBackend text;
     QtCanvasFactory canvases;
-    // A settings path names a defaults suite instead of the application's own domain.
-    UserDefaultsSettingsStore settings;
+    std::unique_ptr<SettingsStore> settings;
     ResourceBundle bundle;
     std::optional<JournaledAppearanceBackend> journaledAppearance;
     std::optional<JournaledLanguageOverrideBackend> journaledOverrides;
@@ -88,10 +97,28 @@ struct PlatformEnvironment::Impl {
     Environment unjournaled;
 };
 
-// The macOS edition keeps no journal yet: a crashed run's appearance and language keys stay
-// as the run left them.
+// A path names a file, as on Linux; without one, the application's defaults.
+std::unique_ptr<SettingsStore> PlatformEnvironment::openSettings(const std::string& path) {
+    if (path.empty())
+        return std::make_unique<UserDefaultsSettingsStore>(bundleIdentifier);
+    return std::make_unique<FileSettingsStore>(path);
+}
+
+std::optional<std::string> PlatformEnvironment::userSettingsFile() {
+    return std::nullopt;
+}
+
+std::string PlatformEnvironment::userSettingsPlace() {
+    return std::string("the user defaults of ") + bundleIdentifier;
+}
+
+// ~/Library/Application Support/<bundle id>/runs, shared by the application and the command
+// line, so either one puts back what the other's crashed run left.
 std::unique_ptr<RunJournalBackend> PlatformEnvironment::journalBackend() {
-    return nullptr;
+    auto support = UserFolders::applicationSupport();
+    if (!support)
+        return nullptr;
+    return std::make_unique<FileRunJournalBackend>(*support / bundleIdentifier / "runs");
 }
 
 Expected<std::unique_ptr<PlatformEnvironment>, std::string> PlatformEnvironment::create(

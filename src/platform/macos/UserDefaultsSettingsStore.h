@@ -1,6 +1,7 @@
 #pragma once
-// The settings in the user's defaults domain of this application (NSUserDefaults), each value
-// in its own property-list type: text, boolean, integer, list of text.
+// The settings in a user's defaults domain (NSUserDefaults), each value in its own
+// property-list type: text, boolean, integer, list of text. The application and the command
+// line both keep theirs in the application's domain (its bundle identifier).
 
 #include <string>
 
@@ -10,9 +11,9 @@ namespace zd::mac {
 
 class UserDefaultsSettingsStore : public SettingsStore {
   public:
-    // `suiteName` empty: the application's own domain; otherwise that named domain (tests,
-    // a settings file chosen on the command line).
-    explicit UserDefaultsSettingsStore(std::string suiteName = {});
+    // The domain `domain` (a bundle identifier): the standard defaults in the program whose
+    // bundle it is, a suite of that name in any other (the command line, tests).
+    explicit UserDefaultsSettingsStore(std::string domain);
 
     std::optional<Value> objectForKey(const std::string& key) const override;
     void setObject(const Value& value, const std::string& key) override;
@@ -20,7 +21,7 @@ class UserDefaultsSettingsStore : public SettingsStore {
     std::vector<std::string> allKeys() const override;
 
   private:
-    std::string suiteName_;
+    std::string domain_;
 };
 
 }  // namespace zd::mac

@@ -10,29 +10,23 @@ namespace zd::mac {
 
 namespace {
 
-NSUserDefaults* defaultsOf(const std::string& suiteName) {
-    if (suiteName.empty())
+// The system refuses a suite named after the program's own bundle: there, the standard
+// defaults are that domain.
+NSUserDefaults* defaultsOf(const std::string& domain) {
+    NSString* name = stringOf(domain);
+    if ([name isEqualToString:[NSBundle mainBundle].bundleIdentifier])
         return [NSUserDefaults standardUserDefaults];
-    return [[NSUserDefaults alloc] initWithSuiteName:stringOf(suiteName)];
-}
-
-// The domain this program writes to: the suite, the application's bundle identifier, or for
-// a program outside a bundle (the command line) its process name.
-NSString* domainOf(const std::string& suiteName) {
-    if (!suiteName.empty())
-        return stringOf(suiteName);
-    NSString* identifier = [NSBundle mainBundle].bundleIdentifier;
-    return identifier != nil ? identifier : [NSProcessInfo processInfo].processName;
+    return [[NSUserDefaults alloc] initWithSuiteName:name];
 }
 
 }  // namespace
 
-UserDefaultsSettingsStore::UserDefaultsSettingsStore(std::string suiteName)
-    : suiteName_(std::move(suiteName)) {}
+UserDefaultsSettingsStore::UserDefaultsSettingsStore(std::string domain)
+    : domain_(std::move(domain)) {}
 
 std::optional<Value> UserDefaultsSettingsStore::objectForKey(const std::string& key) const {
     @autoreleasepool {
-        id object = [defaultsOf(suiteName_) objectForKey:stringOf(key)];
+        id object = [defaultsOf(domain_) objectForKey:stringOf(key)];
         if (object == nil)
             return std::nullopt;
         return valueOf(object);
@@ -43,24 +37,23 @@ void UserDefaultsSettingsStore::setObject(const Value& value, const std::string&
     @autoreleasepool {
         id object = objectOf(value);
         if (object == nil)
-            [defaultsOf(suiteName_) removeObjectForKey:stringOf(key)];
+            [defaultsOf(domain_) removeObjectForKey:stringOf(key)];
         else
-            [defaultsOf(suiteName_) setObject:object forKey:stringOf(key)];
+            [defaultsOf(domain_) setObject:object forKey:stringOf(key)];
     }
 }
 
 void UserDefaultsSettingsStore::removeObjectForKey(const std::string& key) {
     @autoreleasepool {
-        [defaultsOf(suiteName_) removeObjectForKey:stringOf(key)];
+        [defaultsOf(domain_) removeObjectForKey:stringOf(key)];
     }
 }
 
 std::vector<std::string> UserDefaultsSettingsStore::allKeys() const {
     @autoreleasepool {
         std::vector<std::string> keys;
-        NSString* domain = domainOf(suiteName_);
         // Only this domain's own keys, not the global domain's that reads also see.
-        NSDictionary* stored = [defaultsOf(suiteName_) persistentDomainForName:domain];
+        NSDictionary* stored = [defaultsOf(domain_) persistentDomainForName:stringOf(domain_)];
         for (id key in stored) {
             if ([key isKindOfClass:[NSString class]])
                 keys.push_back(textOf(static_cast<NSString*>(key)));

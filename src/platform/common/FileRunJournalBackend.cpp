@@ -4,11 +4,12 @@
 #include <signal.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <fstream>
 #include <sstream>
 
-namespace zd::x11 {
+#include "ProcessStamp.h"
+
+namespace zd {
 
 namespace fs = std::filesystem;
 
@@ -50,16 +51,6 @@ bool writeWhole(const fs::path& path, const std::string& text) {
 
 FileRunJournalBackend::FileRunJournalBackend(fs::path folder) : folder_(std::move(folder)) {}
 
-std::optional<fs::path> FileRunJournalBackend::defaultFolder() {
-    const char* state = std::getenv("XDG_STATE_HOME");
-    if (state && state[0] == '/')
-        return fs::path(state) / "zephyrdock" / "runs";
-    const char* home = std::getenv("HOME");
-    if (home && home[0] == '/')
-        return fs::path(home) / ".local" / "state" / "zephyrdock" / "runs";
-    return std::nullopt;
-}
-
 std::vector<std::string> FileRunJournalBackend::recordNames() const {
     std::vector<std::string> names;
     std::error_code error;
@@ -87,30 +78,7 @@ void FileRunJournalBackend::removeRecord(const std::string& name) {
 }
 
 std::optional<std::string> FileRunJournalBackend::processStamp(std::int32_t pid) const {
-    const auto stat = contentsOf("/proc/" + std::to_string(pid) + "/stat");
-    static const std::string boot =
-        contentsOf("/proc/sys/kernel/random/boot_id").value_or("unknown-boot");
-    if (!stat)
-        return std::nullopt;
-    // After the command's name in parentheses (which may hold anything): the state, then
-    // fields 4 to 21; the start time since boot is field 22.
-    const auto close = stat->rfind(')');
-    if (close == std::string::npos)
-        return std::nullopt;
-    std::istringstream fields(stat->substr(close + 1));
-    std::string state;
-    fields >> state;
-    if (state == "Z" || state == "X")
-        return std::nullopt;  // ended; only waits to be collected
-    std::string field;
-    for (int i = 4; i <= 22 && fields >> field; ++i) {
-    }
-    if (!fields)
-        return std::nullopt;
-    std::string bootID = boot;
-    while (!bootID.empty() && (bootID.back() == '\n' || bootID.back() == ' '))
-        bootID.pop_back();
-    return bootID + ":" + field;
+    return zd::processStamp(pid);
 }
 
 void FileRunJournalBackend::endProcess(std::int32_t pid) {
@@ -131,4 +99,4 @@ void FileRunJournalBackend::removeFolder(const std::string& path) {
     fs::remove_all(folder, ignored);
 }
 
-}  // namespace zd::x11
+}  // namespace zd

@@ -24,6 +24,19 @@ namespace fs = std::filesystem;
 // Far beyond any real settings file; a larger one is not read into memory.
 constexpr std::uint64_t maxFileSize = 16u << 20;
 
+// The file's modification time: POSIX names it st_mtim, Darwin st_mtimespec.
+template <typename Stat>
+std::int64_t modifiedNanoseconds(const Stat& info) {
+    const auto& time = [&]() -> const auto& {
+        if constexpr (requires { info.st_mtim; })
+            return info.st_mtim;
+        else
+            return info.st_mtimespec;
+    }
+    ();
+    return static_cast<std::int64_t>(time.tv_sec) * 1'000'000'000 + time.tv_nsec;
+}
+
 std::string errorText(const std::string& what, int error) {
     return what + ": " + std::strerror(error);
 }
@@ -115,8 +128,7 @@ void FileSettingsStore::refresh() const {
         stamp.device = static_cast<std::uint64_t>(info.st_dev);
         stamp.inode = static_cast<std::uint64_t>(info.st_ino);
         stamp.size = static_cast<std::uint64_t>(info.st_size);
-        stamp.modifiedNanoseconds =
-            static_cast<std::int64_t>(info.st_mtim.tv_sec) * 1'000'000'000 + info.st_mtim.tv_nsec;
+        stamp.modifiedNanoseconds = modifiedNanoseconds(info);
     }
     if (stamp_ && *stamp_ == stamp)
         return;

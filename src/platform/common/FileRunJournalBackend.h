@@ -1,7 +1,8 @@
 #pragma once
-// The run journal on Linux: one small file per process under
-// $XDG_STATE_HOME/zephyrdock/runs (~/.local/state when unset), replaced whole on each write;
-// a process's stamp is the boot's id and its start time from /proc; ends are SIGKILL.
+// The run journal in plain files: one small file per process in a folder the platform
+// chooses (on Linux $XDG_STATE_HOME/zephyrdock/runs, on macOS the application's folder in
+// Application Support), replaced whole on each write; a process's stamp is the platform's
+// (ProcessStamp.h); ends are SIGKILL.
 
 #include <filesystem>
 #include <optional>
@@ -9,13 +10,11 @@
 
 #include "env/RunJournalBackend.h"
 
-namespace zd::x11 {
+namespace zd {
 
 class FileRunJournalBackend : public RunJournalBackend {
   public:
     explicit FileRunJournalBackend(std::filesystem::path folder);
-    // The folder of this user's records, from the environment; none without a home.
-    static std::optional<std::filesystem::path> defaultFolder();
 
     std::vector<std::string> recordNames() const override;
     std::optional<std::string> readRecord(const std::string& name) const override;
@@ -34,4 +33,4 @@ class FileRunJournalBackend : public RunJournalBackend {
     std::filesystem::path folder_;
 };
 
-}  // namespace zd::x11
+}  // namespace zd

@@ -1,6 +1,7 @@
 #pragma once
-// The settings store of the Linux edition: one JSON file of typed values by key, by default
-// $XDG_CONFIG_HOME/zephyrdock/settings.json (~/.config when the variable is unset).
+// A settings store in one JSON file of typed values by key: the Linux edition's own, by
+// default $XDG_CONFIG_HOME/zephyrdock/settings.json (~/.config when the variable is unset), and
+// on either system the file a user names (--settings-file).
 //
 // Every write replaces the whole file atomically (temporary file in the same folder, flushed
 // to disk, renamed over the old one), so a crash mid-write leaves the old file or the new one,
