@@ -73,7 +73,7 @@ set(ZD_APPLE_CHECK_FLAGS
     -isystem ${libstdcxx} -isystem /usr/include/${multiarch}/c++/${libstdcxx_version}
     -isystem ${ZD_GNUSTEP_INCLUDE} -isystem ${gen} -isystem ${ZD_BLOCKS_INCLUDE}
     -isystem /usr/include/${multiarch}
-    -I${CMAKE_SOURCE_DIR}/src/core -I${CMAKE_SOURCE_DIR}/src/platform)
+    -I${CMAKE_SOURCE_DIR}/src/core -I${CMAKE_SOURCE_DIR}/src/platform -I${CMAKE_SOURCE_DIR}/src/render)
 # The shallow mode analyses each function with little inlining: the backends are thin, their
 # ownership rules are local (Create/Copy, __bridge), and the deep mode spends half a minute
 # in the standard library's containers for nothing.

@@ -10,9 +10,9 @@
 
 #include "ImageScaling.h"
 #include "LargeBuffers.h"
+#include "NamedSymbol.h"
 #include "ShadowBlur.h"
 #include "ShadowLayer.h"
-#include "SymbolArtwork.h"
 #include "SystemFont.h"
 
 namespace zd {
@@ -316,24 +316,22 @@ void QtCanvas::drawText(std::string_view text, const Point& origin, double size,
 }
 
 std::optional<Size> QtCanvas::symbolSize(std::string_view name, double pointSize) const {
-    const auto size = SymbolArtwork::naturalSize(name, pointSize);
-    if (!size)
+    const auto symbol = NamedSymbol::find(name, pointSize);
+    if (!symbol)
         return std::nullopt;
-    return Size{size->width(), size->height()};
+    return Size{symbol->size.width(), symbol->size.height()};
 }
 
 bool QtCanvas::drawSymbol(std::string_view name, double pointSize, const Point& origin,
                           const Color& color) {
-    const auto size = SymbolArtwork::naturalSize(name, pointSize);
-    const auto shape = SymbolArtwork::shape(name, pointSize);
-    if (!size || !shape || !std::isfinite(origin.x) || !std::isfinite(origin.y))
+    const auto symbol = NamedSymbol::find(name, pointSize);
+    if (!symbol || !std::isfinite(origin.x) || !std::isfinite(origin.y))
         return false;
     if (!painter_)
         return true;
-    const QRectF box = toDevice({origin.x, origin.y, size->width(), size->height()});
-    const QPainterPath placed = shape->translated(box.topLeft());
+    const QRectF box = toDevice({origin.x, origin.y, symbol->size.width(), symbol->size.height()});
     const QColor c = toQColor(color);
-    withShadow(box, [&](QPainter& p) { p.fillPath(placed, c); });
+    withShadow(box, [&](QPainter& p) { symbol->paint(p, box.topLeft(), c); });
     return true;
 }
 

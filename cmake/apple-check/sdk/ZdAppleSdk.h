@@ -246,12 +246,6 @@ API_AVAILABLE(macos(11.0))
 @interface NSImageSymbolConfiguration : NSObject <NSCopying, NSSecureCoding>
 // developer.apple.com/documentation/appkit/nsimage/symbolconfiguration-swift.class/init(pointsize:weight:)
 + (instancetype)configurationWithPointSize:(CGFloat)pointSize weight:(NSFontWeight)weight;
-// developer.apple.com/documentation/appkit/nsimage/symbolconfiguration-swift.class/init(hierarchicalcolor:)
-+ (instancetype)configurationWithHierarchicalColor:(NSColor*)hierarchicalColor
-    API_AVAILABLE(macos(12.0));
-// developer.apple.com/documentation/appkit/nsimage/symbolconfiguration-swift.class/applying(_:)
-- (instancetype)configurationByApplyingConfiguration:(NSImageSymbolConfiguration*)configuration
-    API_AVAILABLE(macos(12.0));
 @end
 
 @interface NSImage (ZdSdk)
