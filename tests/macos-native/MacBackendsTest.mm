@@ -1,6 +1,6 @@
 // The macOS backends where they meet the system's own types, run on a Mac only: property-list
 // objects to and from Value, the settings in a defaults suite of their own, pixels through a
-// CGImage, and a tool run.
+// CGImage, a tool run, a process's stamp and the system's symbols.
 
 #import <Foundation/Foundation.h>
 
@@ -11,6 +11,8 @@
 
 #include <unistd.h>
 
+#include "SystemSymbols.h"
+#include "common/ProcessStamp.h"
 #include "macos/CGImagePixels.h"
 #include "macos/MacToolRunner.h"
 #include "macos/ObjectValues.h"
@@ -80,6 +82,25 @@ TEST(MacToolRunner, GivesStatusAndOutputAndNothingForAMissingTool) {
     EXPECT_EQ(echoed->standardOutput, "dark");
     EXPECT_EQ(runTool("/usr/bin/false", {})->exitStatus, 1);
     EXPECT_FALSE(runTool("/nonexistent/tool", {}));
+}
+
+TEST(DarwinProcessStamp, StaysForARunningProcessAndIsNoneForNoProcess) {
+    const auto own = processStamp(getpid());
+    ASSERT_TRUE(own);
+    EXPECT_EQ(processStamp(getpid()), own);
+    EXPECT_FALSE(processStamp(0));
+    EXPECT_FALSE(processStamp(99999999));
+}
+
+TEST(SFSystemSymbols, EveryMenuBarSymbolIsTheSystemsOwnFromMacOS13) {
+    for (const char* name : {"battery.0percent", "battery.50percent", "battery.100percent", "wifi",
+                             "magnifyingglass", "switch.2"}) {
+        const auto symbol = SystemSymbols::symbol(name, 28);
+        ASSERT_TRUE(symbol) << name;
+        EXPECT_GT(symbol->size.width, 0) << name;
+        EXPECT_FALSE(symbol->picture.isNull()) << name;
+    }
+    EXPECT_FALSE(SystemSymbols::symbol("no.such.symbol", 28));
 }
 
 }  // namespace
