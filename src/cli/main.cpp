@@ -32,7 +32,7 @@ int main(int argc, char** argv) {
     Context context;
     std::string settingsFile;
     app.add_option("--settings-file", settingsFile,
-                   "Use this settings file (JSON, created when missing) instead of " +
+                   "Use this settings file (JSON) instead of " +
                        zd::PlatformEnvironment::userSettingsPlace())
         ->check([](const std::string& path) {
             return path.empty() ? std::string("--settings-file needs the path of a file") : "";
