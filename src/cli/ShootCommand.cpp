@@ -12,8 +12,10 @@
 #include "ContactSheet.h"
 #include "LiveView.h"
 #include "OffscreenGui.h"
+#include "ParallelShoot.h"
 #include "ProgressPrinter.h"
 #include "RunOverrides.h"
+#include "SessionReport.h"
 #include "SettingKeys.h"
 #include "StopRequest.h"
 #include "TargetLauncher.h"
@@ -28,16 +30,6 @@ namespace zd::cli {
 namespace {
 
 using namespace std::chrono_literals;
-
-struct ShootArguments {
-    RunOverrides overrides;
-    std::string target;
-    std::string launch;
-    bool headless = false;
-    bool saveSettings = false;
-    bool reveal = false;
-    bool contactSheet = false;
-};
 
 // The flags checked against the stored settings without a display: a usage error or a missing
 // save folder ends the command before anything starts.
@@ -84,6 +76,8 @@ void tickLaunchedWindows(ContentView& view) {
 int shoot(Context& context, const ShootArguments& args) {
     if (int checked = checkBeforeStart(context, args); checked != exitSuccess)
         return checked;
+    if (auto parallel = shootInParallel(context, args))
+        return *parallel;
     StopRequest stop;
     bool stopped = false;
     auto stopSeen = [&] { return stopped = stopped || stop.take(); };
@@ -176,22 +170,30 @@ int shoot(Context& context, const ShootArguments& args) {
         const bool onTerminal = isatty(STDERR_FILENO) != 0;
         if (onTerminal)
             ioctl(STDERR_FILENO, TIOCGWINSZ, &terminal);
-        ProgressPrinter printer(
-            view.progress, *context.err, onTerminal, [&view] { return view.isWorking; },
-            terminal.ws_col);
+        // A session of a parallel run reports to the run that started it instead.
+        std::optional<ProgressPrinter> printer;
+        std::optional<SessionReporter> reporter;
+        if (args.sessionReport)
+            reporter.emplace(view.progress, *context.out, [&view] { return view.isWorking; });
+        else
+            printer.emplace(
+                view.progress, *context.err, onTerminal, [&view] { return view.isWorking; },
+                terminal.ws_col);
         view.progress.onCancel = [&view] { view.cancelCapture(); };
         view.takeShots();
         processEventsUntil(
             [&] {
                 if (stop.take() && !stopped) {
                     stopped = true;
-                    printer.stopping();
+                    if (printer)
+                        printer->stopping();
                     view.progress.onCancel();  // the Stop button, on this (the UI) thread
                 }
                 return !view.isWorking && (!view.captureTask || view.captureTask->isDone());
             },
             std::chrono::hours(24));
-        lastShown = printer.shown();
+        if (printer)
+            lastShown = printer->shown();
     }
 
     const bool saved = view.lastRunRoot && view.progress.statusMessage().rfind("Saved ", 0) == 0;
@@ -212,6 +214,15 @@ int shoot(Context& context, const ShootArguments& args) {
     }
     if (lastShown != printable(status))
         *context.err << printable(status) << "\n";
+    if (args.sessionReport) {
+        *context.out << SessionReport::line("status", {status}) << "\n"
+                     << SessionReport::line("app", {view.menuBar.appName}) << "\n";
+        for (const auto& name : view.notFollowingDark)
+            *context.out << SessionReport::line("notdark", {name}) << "\n";
+        if (saved)
+            *context.out << SessionReport::line("saved", {*view.lastRunRoot}) << "\n";
+        *context.out << std::flush;
+    }
     if (saved && args.reveal)
         view.revealInFinder(*view.lastRunRoot);
     // The target goes back to its own language after the run, whatever the scope; wait for
@@ -252,7 +263,8 @@ int shoot(Context& context, const ShootArguments& args) {
         if (!writeContactSheet(root, root.filename().string(), runPictures(root, view.languages)))
             *context.err << "zephyrdock shoot: cannot write " << (root / "index.html") << "\n";
     }
-    *context.out << *view.lastRunRoot << "\n";
+    if (!args.sessionReport)
+        *context.out << *view.lastRunRoot << "\n";
     return exitSuccess;
 }
 
@@ -283,6 +295,17 @@ void addShootCommand(CLI::App& app, Context& context) {
     args.overrides.addOptions(*command, true);
     command->add_flag("--headless", args.headless,
                       "Run on a private headless display even when the user's answers");
+    command
+        ->add_option(
+            "--parallel", args.parallel,
+            "With --headless and --launch: split the languages over N private sessions at once, "
+            "each with its own display, D-Bus, settings, appearance and instance of the target; "
+            "the pictures land in one run folder under the names one session would give them. "
+            "Default with --headless: one session per core and one more, no more than the "
+            "languages and than the free memory carries (about 450 MB a session); always 1 on "
+            "the user's display. 1: one session, as without the option")
+        ->check(CLI::Range(1, 64));
+    command->add_flag("--session-report", args.sessionReport)->group("");
     command->add_flag("--save-settings", args.saveSettings,
                       "Store the given options as the settings of the next runs");
     command->add_flag("--reveal", args.reveal,
