@@ -1,0 +1,194 @@
+// `shoot --headless --parallel 2` end to end with gedit: the run folder equals the one a run in
+// one session makes, and a stop or a session that fails mid-run writes nothing and leaves no
+// process of any session running.
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <QImage>
+#include <chrono>
+#include <map>
+#include <regex>
+#include <thread>
+
+#include "CliRunner.h"
+
+namespace zd {
+namespace {
+
+using namespace std::chrono_literals;
+namespace fs = std::filesystem;
+
+bool waitFor(const std::function<bool()>& ready, std::chrono::seconds limit) {
+    for (const auto end = std::chrono::steady_clock::now() + limit;
+         std::chrono::steady_clock::now() < end; std::this_thread::sleep_for(100ms)) {
+        if (ready())
+            return true;
+    }
+    return ready();
+}
+
+std::string statOf(pid_t pid) {
+    return test::CliRunner::read("/proc/" + std::to_string(pid) + "/stat");
+}
+
+bool running(pid_t pid) {
+    const std::string stat = statOf(pid);
+    return !stat.empty() && stat.substr(stat.rfind(')') + 2, 1) != "Z";
+}
+
+// Every process below `root` (sessions start their own groups, not their own trees), with its
+// command line.
+std::map<pid_t, std::string> descendantsOf(pid_t root) {
+    std::multimap<pid_t, pid_t> children;
+    for (const auto& entry : fs::directory_iterator("/proc")) {
+        const std::string name = entry.path().filename().string();
+        if (name.find_first_not_of("0123456789") != std::string::npos)
+            continue;
+        const std::string stat = statOf(std::stoi(name));
+        if (const auto close = stat.rfind(')'); close != std::string::npos)
+            children.emplace(std::stoi(stat.substr(close + 4)), std::stoi(name));
+    }
+    std::map<pid_t, std::string> found;
+    for (std::vector<pid_t> open{root}; !open.empty();) {
+        const pid_t next = open.back();
+        open.pop_back();
+        for (auto [it, end] = children.equal_range(next); it != end; ++it) {
+            found[it->second] =
+                test::CliRunner::read("/proc/" + std::to_string(it->second) + "/cmdline");
+            open.push_back(it->second);
+        }
+    }
+    return found;
+}
+
+struct ParallelShoot : ::testing::Test {
+    std::vector<std::string> shoot(const fs::path& saveFolder, int sessions,
+                                   const std::string& countdown) const {
+        return {"--settings-file",
+                cli.settingsPath(),
+                "shoot",
+                "--headless",
+                "--parallel",
+                std::to_string(sessions),
+                "--launch",
+                "gedit",
+                "--languages",
+                "de",
+                "fr",
+                "ja",
+                "--countdown",
+                countdown,
+                "--canvas",
+                "720x450",
+                "--save-folder",
+                saveFolder.string()};
+    }
+    // The PNG files of the only run folder under `saveFolder`, relative to it.
+    static std::vector<fs::path> pictures(const fs::path& saveFolder, fs::path& runRoot) {
+        std::vector<fs::path> found;
+        for (const auto& run : fs::directory_iterator(saveFolder)) {
+            runRoot = run.path();
+            for (const auto& entry : fs::recursive_directory_iterator(run.path()))
+                if (entry.is_regular_file())
+                    found.push_back(fs::relative(entry.path(), run.path()));
+        }
+        std::sort(found.begin(), found.end());
+        return found;
+    }
+    test::CliRunner cli;
+};
+
+TEST_F(ParallelShoot, ItsRunFolderEqualsTheOneOfARunInOneSession) {
+    const fs::path one = cli.home.path() / "one";
+    const fs::path two = cli.home.path() / "two";
+    const auto sequential = cli.run(shoot(one, 1, "0"));
+    ASSERT_EQ(sequential.exitCode, 0) << sequential.err;
+    const auto parallel = cli.run(shoot(two, 2, "0"));
+    ASSERT_EQ(parallel.exitCode, 0) << parallel.err;
+    EXPECT_NE(parallel.err.find("[2/2] Switching gedit to Japanese (1/1)\u2026"), std::string::npos)
+        << parallel.err;
+
+    fs::path oneRoot;
+    fs::path twoRoot;
+    const auto names = pictures(one, oneRoot);
+    ASSERT_EQ(names.size(), 6u);
+    EXPECT_EQ(pictures(two, twoRoot), names);
+    EXPECT_EQ(parallel.out, twoRoot.string() + "\n");
+    EXPECT_TRUE(std::regex_match(twoRoot.filename().string(),
+                                 std::regex("gedit \u2014 \\d{4}-\\d{2}-\\d{2}-\\d{6}")));
+    // The same pictures, but for what moves on its own: the text cursor's blink.
+    for (const auto& name : names) {
+        const QImage a(QString::fromStdString((oneRoot / name).string()));
+        const QImage b(QString::fromStdString((twoRoot / name).string()));
+        ASSERT_EQ(a.size(), b.size()) << name;
+        long differing = 0;
+        for (int y = 0; y < a.height(); ++y)
+            for (int x = 0; x < a.width(); ++x)
+                differing += a.pixel(x, y) != b.pixel(x, y) ? 1 : 0;
+        EXPECT_LT(differing, a.width() * a.height() / 1000) << name;
+    }
+}
+
+TEST_F(ParallelShoot, AStopOrAFailingSessionWritesNothingAndLeavesNoProcess) {
+    enum class End { stop, sessionFails };
+    for (const End end : {End::stop, End::sessionFails}) {
+        const fs::path saveFolder = cli.home.path() / (end == End::stop ? "stop" : "fail");
+        const auto errPath = (cli.home.path() / "err").string();
+        std::vector<std::string> words{test::CliRunner::executable()};
+        for (const auto& word : shoot(saveFolder, 2, "3"))
+            words.push_back(word);
+        std::vector<char*> argv = x11::spawnArray(words);
+        std::vector<std::string> variables = cli.inherited();
+        std::vector<char*> envp = x11::spawnArray(variables);
+        posix_spawn_file_actions_t actions;
+        posix_spawn_file_actions_init(&actions);
+        posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
+        posix_spawn_file_actions_addopen(&actions, 2, errPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
+                                         0600);
+        pid_t run = 0;
+        ASSERT_EQ(posix_spawn(&run, argv[0], &actions, nullptr, argv.data(), envp.data()), 0);
+        posix_spawn_file_actions_destroy(&actions);
+        auto err = [&] { return test::CliRunner::read(errPath); };
+
+        // Both sessions count down to their first language's pictures.
+        ASSERT_TRUE(waitFor(
+            [&] {
+                const std::string text = err();
+                return std::regex_search(text, std::regex("\\[1/2\\][^\\n]*  \\[[0-9]\\]")) &&
+                       std::regex_search(text, std::regex("\\[2/2\\][^\\n]*  \\[[0-9]\\]"));
+            },
+            120s))
+            << err();
+        const auto left = descendantsOf(run);
+        if (end == End::stop) {
+            kill(run, SIGINT);
+        } else {
+            for (const auto& [pid, command] : left) {
+                if (command.rfind("Xvfb", 0) == 0) {
+                    kill(pid, SIGKILL);  // one session's display dies
+                    break;
+                }
+            }
+        }
+        int status = 0;
+        waitpid(run, &status, 0);
+        EXPECT_EQ(WEXITSTATUS(status), end == End::stop ? 130 : 1) << err();
+        EXPECT_TRUE(std::regex_search(
+            err(),
+            std::regex(end == End::stop ? "\nStopped \u2014 [0-9]+ shots? captured but not saved.\n"
+                                        : "\nCapture failed: the display stopped answering during "
+                                          "the run.\n")))
+            << err();
+        EXPECT_TRUE(!fs::exists(saveFolder) || fs::is_empty(saveFolder));
+        EXPECT_TRUE(waitFor(
+            [&] {
+                return std::none_of(left.begin(), left.end(),
+                                    [](const auto& p) { return running(p.first); });
+            },
+            10s))
+            << "left running after " << (end == End::stop ? "the stop" : "the failure");
+    }
+}
+
+}  // namespace
+}  // namespace zd
