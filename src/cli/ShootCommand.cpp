@@ -242,7 +242,10 @@ int shoot(Context& context, const ShootArguments& args) {
                                  << " to quit and start again in its own language; it is "
                                     "not left closed\u2026\n";
                 }
-                return !view.revertInProgress() && view.selectedTargetID.has_value();
+                // A session of a parallel run ends its target with its display: the target
+                // needn't be found again, only its language put back to its end.
+                return !view.revertInProgress() &&
+                       (args.sessionReport || view.selectedTargetID.has_value());
             },
             30s);
     }
