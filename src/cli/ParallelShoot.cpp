@@ -410,7 +410,7 @@ std::optional<int> shootInParallel(Context& context, const ShootArguments& args)
     Environment none;
     LiveRunServices services(none);
     ContentView view(none, services, Preferences::load(*store, bundle));
-    std::ostringstream warnings;  // told once, by the sessions' own checks
+    std::ostringstream warnings;  // told once: here if the run goes on in sessions
     if (!args.overrides.applyTo(view, warnings))
         return std::nullopt;
     std::string oneSession;
@@ -433,6 +433,7 @@ std::optional<int> shootInParallel(Context& context, const ShootArguments& args)
                                availableMemory()));
     if (sessions <= 1)
         return std::nullopt;
+    *context.err << warnings.str();
 
     const fs::path saveFolder =
         args.overrides.saveFolder.empty()

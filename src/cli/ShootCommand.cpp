@@ -306,7 +306,9 @@ void addShootCommand(CLI::App& app, Context& context) {
             "the pictures land in one run folder under the names one session would give them. "
             "Default with --headless: one session per core and one more, no more than the "
             "languages and than the free memory carries (about 450 MB a session); always 1 on "
-            "the user's display. 1: one session, as without the option")
+            "the user's display. 1: one session, as without the option. Ctrl-C stops every "
+            "session, and a session that fails fails the whole run; either way nothing is "
+            "written")
         ->check(CLI::Range(1, 64));
     command->add_flag("--session-report", args.sessionReport)->group("");
     command->add_flag("--save-settings", args.saveSettings,

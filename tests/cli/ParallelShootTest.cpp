@@ -129,6 +129,13 @@ TEST_F(ParallelShoot, ItsRunFolderEqualsTheOneOfARunInOneSession) {
     }
 }
 
+TEST_F(ParallelShoot, IsRefusedOnTheUsersDisplay) {
+    const auto refused = cli.run({"--settings-file", cli.settingsPath(), "shoot", "--parallel", "2",
+                                  "--launch", "gedit", "--save-folder", cli.home.path().string()});
+    EXPECT_EQ(refused.exitCode, 2);
+    EXPECT_NE(refused.err.find("--parallel 2 needs --headless"), std::string::npos) << refused.err;
+}
+
 TEST_F(ParallelShoot, AStopOrAFailingSessionWritesNothingAndLeavesNoProcess) {
     enum class End { stop, sessionFails };
     for (const End end : {End::stop, End::sessionFails}) {
