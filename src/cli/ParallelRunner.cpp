@@ -28,7 +28,6 @@ struct Session {
     SessionProcess process;
     std::vector<LanguageSelection> languages;
     int completed = 0;
-    int total = 0;
     int countdown = 0;
     std::string headline;
     std::string status;
@@ -159,11 +158,9 @@ void ParallelRunner::show(std::size_t index) {
         return;
     session.shown = key;
     int completed = 0;
-    int total = 0;
-    for (const auto& s : sessions_) {
+    for (const auto& s : sessions_)
         completed += s.completed;
-        total += s.total;
-    }
+    const int total = view_.plannedShotCount();  // all sessions' shots, known from the start
     if (total >= 1)
         line += "  " + std::to_string(completed) + "/" + std::to_string(total);
     err_ << line << std::endl;
@@ -178,7 +175,6 @@ void ParallelRunner::take(std::size_t index) {
         const auto& f = line->fields;
         if (line->kind == "progress" && f.size() >= 4) {
             session.completed = std::atoi(f[0].c_str());
-            session.total = std::atoi(f[1].c_str());
             session.countdown = std::atoi(f[2].c_str());
             session.headline = f[3];
             show(index);
