@@ -7,7 +7,7 @@
 
 #include "CliSupport.h"
 #include "ParallelRunner.h"
-#include "linux/FileSettingsStore.h"
+#include "common/FileSettingsStore.h"
 #include "linux/ResourceBundleLocations.h"
 #include "model/Preferences.h"
 #include "model/ResourceBundle.h"
@@ -31,20 +31,6 @@ std::uint64_t availableMemory() {
             return kilobytes * 1024;
     }
     return ParallelRun::kSessionMemoryBytes;  // unknown: as if one session fits
-}
-
-void storeSettings(Context& context, const ShootArguments& args, const ContentView& view,
-                   FileSettingsStore& store) {
-    args.overrides.store(view, store);
-    if (store.setAside()) {
-        *context.err << "zephyrdock: " << store.path()
-                     << " couldn't be read as settings; it is kept as " << *store.setAside()
-                     << "\n";
-    }
-    if (store.lastWriteError())
-        *context.err << "zephyrdock: cannot save the settings: " << *store.lastWriteError() << "\n";
-    else
-        *context.err << "The given settings are stored for the next runs.\n";
 }
 
 }  // namespace
@@ -105,8 +91,23 @@ std::optional<int> shootInParallel(Context& context, const ShootArguments& args)
             ? fs::path(Preferences::url(*store, Preferences::Keys::saveFolderURL).value_or(""))
             : fs::path(absolutePath(args.overrides.saveFolder));
     if (args.saveSettings)
-        storeSettings(context, args, view, *store);
+        storeGivenSettings(context, args, view, *store);
     return ParallelRunner(context, args, view).run(saveFolder, sessions);
+}
+
+void storeGivenSettings(Context& context, const ShootArguments& args, const ContentView& view,
+                        SettingsStore& store) {
+    args.overrides.store(view, store);
+    const auto* file = dynamic_cast<const FileSettingsStore*>(&store);
+    if (file && file->setAside()) {
+        *context.err << "zephyrdock: " << file->path()
+                     << " couldn't be read as settings; it is kept as " << *file->setAside()
+                     << "\n";
+    }
+    if (file && file->lastWriteError())
+        *context.err << "zephyrdock: cannot save the settings: " << *file->lastWriteError() << "\n";
+    else
+        *context.err << "The given settings are stored for the next runs.\n";
 }
 
 }  // namespace zd::cli

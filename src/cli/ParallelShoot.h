@@ -32,4 +32,9 @@ struct ShootArguments {
 // about --parallel end here with their message.
 std::optional<int> shootInParallel(Context& context, const ShootArguments& args);
 
+// --save-settings: the given options stored as the next runs' settings, with what became of the
+// store's file (set aside when unreadable, a failed write) told on the error stream.
+void storeGivenSettings(Context& context, const ShootArguments& args, const ContentView& view,
+                        SettingsStore& store);
+
 }  // namespace zd::cli

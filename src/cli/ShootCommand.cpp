@@ -21,7 +21,7 @@
 #include "TargetLauncher.h"
 #include "TargetText.h"
 #include "env/ProcessBackend.h"
-#include "common/FileSettingsStore.h"
+#include "env/SettingsStore.h"
 #include "model/Preferences.h"
 #include "run/RunOutput.h"
 
@@ -134,20 +134,8 @@ int shoot(Context& context, const ShootArguments& args) {
     if (launchedPid > 0 && view.captureScope == CaptureScope::allWindows)
         tickLaunchedWindows(view);
 
-    if (args.saveSettings) {
-        args.overrides.store(view, *env.settings);
-        const auto* file = dynamic_cast<const FileSettingsStore*>(env.settings);
-        if (file && file->setAside()) {
-            *context.err << "zephyrdock: " << file->path()
-                         << " couldn't be read as settings; it is kept as " << *file->setAside()
-                         << "\n";
-        }
-        if (file && file->lastWriteError())
-            *context.err << "zephyrdock: cannot save the settings: " << *file->lastWriteError()
-                         << "\n";
-        else
-            *context.err << "The given settings are stored for the next runs.\n";
-    }
+    if (args.saveSettings)
+        storeGivenSettings(context, args, view, *env.settings);
     if (!args.overrides.saveFolder.empty())
         (*live)->services().saveFolderOverride = absolutePath(args.overrides.saveFolder);
     // Grouping across runs of this command: the latest run folder of the same application.
