@@ -1,15 +1,18 @@
 #pragma once
 // Runs the built `zephyrdock` in a process of its own, with a private config folder, and
-// collects its exit code, stdout and stderr.
+// collects its exit code, stdout and stderr; programs started on their own, and waits.
 
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <fstream>
+#include <functional>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "linux/SpawnArguments.h"
@@ -24,6 +27,52 @@ struct CliResult {
     std::string out;
     std::string err;
 };
+
+// A program started on its own (found on the PATH), its stderr in a file.
+struct Started {
+    pid_t pid = 0;
+    std::string errPath;
+    std::string err() const { return read(errPath); }
+    int wait() const {
+        int status = 0;
+        waitpid(pid, &status, 0);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    }
+    static std::string read(const std::string& path) {
+        std::ifstream file(path, std::ios::binary);
+        std::ostringstream text;
+        text << file.rdbuf();
+        return text.str();
+    }
+};
+
+inline Started start(std::vector<std::string> words, std::vector<std::string> environment,
+                     const std::string& errPath, const std::string& outPath = "/dev/null") {
+    std::vector<char*> argv = x11::spawnArray(words);
+    std::vector<char*> envp = x11::spawnArray(environment);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, 1, outPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
+                                     0600);
+    posix_spawn_file_actions_addopen(&actions, 2, errPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
+                                     0600);
+    Started started{0, errPath};
+    if (posix_spawnp(&started.pid, argv[0], &actions, nullptr, argv.data(), envp.data()) != 0)
+        started.pid = 0;
+    posix_spawn_file_actions_destroy(&actions);
+    return started;
+}
+
+// Polls `ready` every 50 ms until it holds or `limit` passed.
+inline bool waitFor(const std::function<bool()>& ready, std::chrono::milliseconds limit) {
+    for (const auto end = std::chrono::steady_clock::now() + limit;
+         std::chrono::steady_clock::now() < end;
+         std::this_thread::sleep_for(std::chrono::milliseconds(50))) {
+        if (ready())
+            return true;
+    }
+    return ready();
+}
 
 class CliRunner {
   public:
@@ -58,38 +107,18 @@ class CliRunner {
                   std::optional<std::vector<std::string>> environment = std::nullopt) const {
         std::vector<std::string> words{executable()};
         words.insert(words.end(), arguments.begin(), arguments.end());
-        std::vector<char*> argv = x11::spawnArray(words);
-
-        std::vector<std::string> variables = environment ? *environment : inherited();
-        std::vector<char*> envp = x11::spawnArray(variables);
-
-        auto outPath = (home.path() / "stdout.txt").string();
-        auto errPath = (home.path() / "stderr.txt").string();
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_addopen(&actions, 1, outPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
-                                         0600);
-        posix_spawn_file_actions_addopen(&actions, 2, errPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
-                                         0600);
+        const auto outPath = (home.path() / "stdout.txt").string();
+        const auto errPath = (home.path() / "stderr.txt").string();
+        const Started started =
+            start(words, environment ? *environment : inherited(), errPath, outPath);
         CliResult result;
-        pid_t pid = 0;
-        if (posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), envp.data()) == 0) {
-            int status = 0;
-            waitpid(pid, &status, 0);
-            result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-        }
-        posix_spawn_file_actions_destroy(&actions);
+        result.exitCode = started.pid > 0 ? started.wait() : -1;
         result.out = read(outPath);
         result.err = read(errPath);
         return result;
     }
 
-    static std::string read(const std::string& path) {
-        std::ifstream file(path, std::ios::binary);
-        std::ostringstream text;
-        text << file.rdbuf();
-        return text.str();
-    }
+    static std::string read(const std::string& path) { return Started::read(path); }
 
     // This process's environment with the private folders in place of its own.
     std::vector<std::string> inherited() const {

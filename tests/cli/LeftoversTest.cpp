@@ -23,41 +23,8 @@ namespace {
 using namespace std::chrono_literals;
 namespace fs = std::filesystem;
 
-bool waitFor(const std::function<bool()>& ready, std::chrono::seconds limit) {
-    for (const auto end = std::chrono::steady_clock::now() + limit;
-         std::chrono::steady_clock::now() < end; std::this_thread::sleep_for(50ms)) {
-        if (ready())
-            return true;
-    }
-    return ready();
-}
-
-// The command line started on its own, its stderr in a file; stdout discarded.
-struct Started {
-    pid_t pid = 0;
-    std::string errPath;
-    std::string err() const { return test::CliRunner::read(errPath); }
-    int wait() const {
-        int status = 0;
-        waitpid(pid, &status, 0);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    }
-};
-
-Started start(std::vector<std::string> words, const std::vector<std::string>& environment,
-              const std::string& errPath) {
-    std::vector<char*> argv = x11::spawnArray(words);
-    std::vector<std::string> variables = environment;
-    std::vector<char*> envp = x11::spawnArray(variables);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, 2, errPath.c_str(), O_WRONLY | O_CREAT, 0600);
-    Started started{0, errPath};
-    posix_spawnp(&started.pid, argv[0], &actions, nullptr, argv.data(), envp.data());
-    posix_spawn_file_actions_destroy(&actions);
-    return started;
-}
+using test::start;
+using test::waitFor;
 
 // Running (not ended) processes below `root`, each with its command line.
 std::map<pid_t, std::string> descendantsOf(pid_t root) {

@@ -9,50 +9,17 @@
 #include <chrono>
 #include <fstream>
 #include <regex>
-#include <thread>
 
 #include "CliRunner.h"
 #include "common/FileSettingsStore.h"
 #include "linux/HeadlessSession.h"
-#include "linux/SpawnArguments.h"
 
 namespace zd {
 namespace {
 
 using namespace std::chrono_literals;
 
-bool waitFor(const std::function<bool()>& ready, std::chrono::milliseconds limit) {
-    const auto end = std::chrono::steady_clock::now() + limit;
-    while (std::chrono::steady_clock::now() < end) {
-        if (ready())
-            return true;
-        std::this_thread::sleep_for(100ms);
-    }
-    return false;
-}
-
-pid_t spawnIn(const std::vector<std::string>& environment, std::vector<std::string> words,
-              const std::string& output) {
-    std::vector<char*> argv = x11::spawnArray(words);
-    std::vector<std::string> variables = environment;
-    std::vector<char*> envp = x11::spawnArray(variables);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, 1, output.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
-                                     0600);
-    posix_spawn_file_actions_addopen(&actions, 2, (output + ".err").c_str(),
-                                     O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    pid_t pid = 0;
-    const int error = posix_spawnp(&pid, argv[0], &actions, nullptr, argv.data(), envp.data());
-    posix_spawn_file_actions_destroy(&actions);
-    return error == 0 ? pid : 0;
-}
-
-int exitCodeOf(pid_t pid) {
-    int status = 0;
-    waitpid(pid, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-}
+using test::waitFor;
 
 class LiveCommands : public testing::Test {
   public:
@@ -65,7 +32,7 @@ class LiveCommands : public testing::Test {
         session_ = std::move(*started);
         // Two windows of one application, so a name can be ambiguous.
         const auto log = (session_->directory() / "gedit.log").string();
-        gedit_ = spawnIn(session_->childEnvironment(), {"gedit"}, log);
+        gedit_ = test::start({"gedit"}, session_->childEnvironment(), log).pid;
         // The second window is asked of the first instance once that one is up, however
         // slowly it starts on a busy machine.
         const test::CliRunner probe;
@@ -77,7 +44,8 @@ class LiveCommands : public testing::Test {
                             .out.empty();
             },
             30s);
-        secondGedit_ = spawnIn(session_->childEnvironment(), {"gedit", "--new-window"}, log + "2");
+        secondGedit_ =
+            test::start({"gedit", "--new-window"}, session_->childEnvironment(), log + "2").pid;
     }
     static void TearDownTestSuite() {
         // The second one has usually handed its window to the first and left already.
@@ -115,9 +83,9 @@ class LiveCommands : public testing::Test {
     }
     std::string colorScheme() const {
         const auto file = (cli.home.path() / "scheme.txt").string();
-        exitCodeOf(spawnIn(environment(),
-                           {"gsettings", "get", "org.gnome.desktop.interface", "color-scheme"},
-                           file));
+        test::start({"gsettings", "get", "org.gnome.desktop.interface", "color-scheme"},
+                    environment(), file + ".err", file)
+            .wait();
         return test::CliRunner::read(file);
     }
 
@@ -177,20 +145,17 @@ TEST_F(LiveCommands, AnyTerminatingSignalDuringTheCountdownStopsAsCtrlCDoes) {
     // Ctrl-C, the terminal closing, kill's default.
     for (const int signal : {SIGINT, SIGHUP, SIGTERM}) {
         const auto folder = cli.home.path() / "Stopped";
-        const auto output = (cli.home.path() / "shoot.txt").string();
-        pid_t pid =
-            spawnIn(environment(),
-                    {test::CliRunner::executable(), "--settings-file", cli.settingsPath(), "shoot",
-                     "--target", "Untitled Document 1", "--languages", "none", "--countdown",
-                     "3600", "--canvas", "640x400", "--save-folder", folder.string()},
-                    output);
-        ASSERT_GT(pid, 0);
-        const bool counting = waitFor(
-            [&] { return test::CliRunner::read(output + ".err").find("[3") != std::string::npos; },
-            30s);
-        kill(pid, signal);
-        const int exitCode = exitCodeOf(pid);
-        const auto err = test::CliRunner::read(output + ".err");
+        const auto shoot = test::start(
+            {test::CliRunner::executable(), "--settings-file", cli.settingsPath(), "shoot",
+             "--target", "Untitled Document 1", "--languages", "none", "--countdown", "3600",
+             "--canvas", "640x400", "--save-folder", folder.string()},
+            environment(), (cli.home.path() / "shoot.err").string());
+        ASSERT_GT(shoot.pid, 0);
+        const bool counting =
+            waitFor([&] { return shoot.err().find("[3") != std::string::npos; }, 30s);
+        kill(shoot.pid, signal);
+        const int exitCode = shoot.wait();
+        const auto err = shoot.err();
         ASSERT_TRUE(counting) << err;
         EXPECT_EQ(exitCode, 130) << signal << err;
         EXPECT_NE(err.find("Stopped before capture started."), std::string::npos) << err;
