@@ -1,5 +1,7 @@
-// A whole capture run against the real Linux backends: gedit in German and French, Light and
-// Dark, saved as PNG files, and the machine put back afterwards.
+// Whole capture runs of gedit against the real Linux backends: in German and French for the Mac
+// App Store, saved as PNG files with the machine put back afterwards; and a Flathub export in
+// German and Japanese, each picture the window within 1000 × 700 points on transparency with
+// its shadow, the screenshots.xml beside them passing appstreamcli inside a metainfo file.
 
 #include <gtest/gtest.h>
 
@@ -9,6 +11,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "PngInspector.h"
 #include "env/AppearanceBackend.h"
 #include "env/LanguageOverrideBackend.h"
 #include "env/ProcessBackend.h"
@@ -21,26 +24,50 @@ namespace zd {
 namespace {
 
 using namespace std::chrono_literals;
+namespace fs = std::filesystem;
 
-class FullRunInSession : public testing::SessionTest {};
+std::string readAll(const fs::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+class FullRunInSession : public testing::SessionTest {
+  protected:
+    // gedit in English, its window picked by a run that saves under the session's folder.
+    void prepare(const std::vector<std::string>& command) {
+        setenv("LANG", "en_US.UTF-8", 1);
+        unsetenv("LC_ALL");
+        unsetenv("LANGUAGE");
+        gedit = launchApp(command);
+        ASSERT_TRUE(gedit);
+        // Each test's own settings and save folder: the suite shares one session.
+        const std::string name = ::testing::UnitTest::GetInstance()->current_test_info()->name();
+        folder = session().directory() / name;
+        harness = testing::RunHarness::create((session().directory() / (name + ".json")).string(),
+                                              folder.string());
+        ASSERT_TRUE(harness);
+        harness->view().countdownSeconds = 0;
+        ASSERT_TRUE(harness->selectTargetOf(gedit->pid()));
+    }
+    void TearDown() override {
+        if (harness) {
+            for (const auto& app : harness->env().processes->runningApplications("org.gnome.gedit"))
+                harness->env().processes->forceTerminate(app.pid);
+        }
+    }
+
+    std::unique_ptr<testing::AppProcess> gedit;
+    fs::path folder;
+    std::unique_ptr<testing::RunHarness> harness;
+};
 
 TEST_F(FullRunInSession, GeditInGermanAndFrenchIsSavedThenEverythingIsPutBack) {
-    setenv("LANG", "en_US.UTF-8", 1);
-    unsetenv("LC_ALL");
-    unsetenv("LANGUAGE");
-    auto gedit = launchApp({"gedit"});
-    ASSERT_TRUE(gedit);
-
-    const auto folder = session().directory() / "run";
-    auto harness = testing::RunHarness::create((session().directory() / "settings.json").string(),
-                                               folder.string());
-    ASSERT_TRUE(harness);
+    // Started ignoring SIGTERM: each relaunch has to force it.
+    ASSERT_NO_FATAL_FAILURE(prepare({"sh", "-c", "trap '' TERM; exec gedit"}));
     Environment& env = harness->env();
     ContentView& view = harness->view();
     view.languages = {{"de", "German"}, {"fr", "French"}};
-    view.countdownSeconds = 0;
     view.outputSize = OutputSize::mas1280;
-    ASSERT_TRUE(harness->selectTargetOf(gedit->pid()));
     const auto darkBefore = env.appearance->readDarkMode();
     ASSERT_TRUE(darkBefore);
 
@@ -53,22 +80,18 @@ TEST_F(FullRunInSession, GeditInGermanAndFrenchIsSavedThenEverythingIsPutBack) {
     ASSERT_TRUE(view.lastRunRoot) << view.progress.statusMessage() << " after "
                                   << ::testing::PrintToString(stages);
     EXPECT_EQ(view.progress.statusMessage(), "Saved 4 shots to " + *view.lastRunRoot + ".");
-    EXPECT_EQ(std::filesystem::path(*view.lastRunRoot).parent_path(), folder);
+    EXPECT_EQ(fs::path(*view.lastRunRoot).parent_path(), folder);
 
     // Each picture is a full canvas; German and French differ, Light and Dark differ.
     std::map<std::string, QImage> pictures;
     for (const char* code : {"de", "fr"}) {
         for (const char* mode : {"light", "dark"}) {
-            const auto file =
-                std::filesystem::path(*view.lastRunRoot) / code / (std::string(mode) + ".png");
+            const auto file = fs::path(*view.lastRunRoot) / code / (std::string(mode) + ".png");
             QImage image(QString::fromStdString(file.string()));
             ASSERT_FALSE(image.isNull()) << file;
             EXPECT_EQ(image.size(), QSize(1280, 800));
             // Over the picture backgrounds every pixel is opaque: RGB, no alpha channel.
-            std::ifstream png(file, std::ios::binary);
-            char header[26] = {};
-            png.read(header, sizeof header);
-            EXPECT_EQ(header[25], 2) << file << ": colour type";
+            EXPECT_EQ(readAll(file).substr(25, 1), std::string(1, '\2')) << file << ": colour type";
             pictures[std::string(code) + "-" + mode] = image;
         }
     }
@@ -92,9 +115,67 @@ TEST_F(FullRunInSession, GeditInGermanAndFrenchIsSavedThenEverythingIsPutBack) {
     EXPECT_NE(env.languageOverride->runDefaults({"read", "org.gnome.gedit", "AppleLanguages"})
                   ->exitStatus,
               0);
-    for (const auto& app : env.processes->runningApplications("org.gnome.gedit")) {
-        env.processes->forceTerminate(app.pid);
+}
+
+TEST_F(FullRunInSession, FlathubExportInGermanAndJapaneseWithAValidScreenshotsSnippet) {
+    ASSERT_NO_FATAL_FAILURE(prepare({"gedit"}));
+    ContentView& view = harness->view();
+    view.store = Store::flathub;
+    view.languages = {{"de", "German"}, {"ja", "Japanese"}};
+    view.sizePreset = WindowSizePreset::full;  // asks for more than the limit
+    ASSERT_TRUE(harness->takeShotsAndWait()) << view.progress.statusMessage();
+    ASSERT_TRUE(view.lastRunRoot) << view.progress.statusMessage();
+    const fs::path root(*view.lastRunRoot);
+
+    const double scale = view.captureScale();
+    for (const char* file : {"de/light.png", "de/dark.png", "ja/light.png", "ja/dark.png"}) {
+        const std::string bytes = readAll(root / file);
+        const auto facts = PngInspector::inspect(
+            {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+        ASSERT_TRUE(facts.hasValue()) << file << ": " << facts.error();
+        EXPECT_EQ(facts->colourType, 6) << file;
+        // The window: opaque, within the limit, centred with its margins.
+        EXPECT_LE(facts->opaqueWidth, 1000 * scale) << file;
+        EXPECT_LE(facts->opaqueHeight, 700 * scale) << file;
+        EXPECT_GT(facts->opaqueWidth, 400 * scale) << file;
+        const QImage picture(QString::fromStdString((root / file).string()));
+        const int margin = (picture.width() - facts->opaqueWidth) / 2;
+        EXPECT_EQ(picture.width(), facts->opaqueWidth + 2 * margin) << file;
+        // Alpha only around the window: the window's own box is wholly opaque, the corners
+        // are clear, the shadow under the window is partly there.
+        for (int y = margin; y < margin + facts->opaqueHeight; y += 7)
+            for (int x = margin; x < margin + facts->opaqueWidth; x += 7)
+                ASSERT_EQ(qAlpha(picture.pixel(x, y)), 255) << file << " at " << x << "," << y;
+        EXPECT_EQ(qAlpha(picture.pixel(0, 0)), 0) << file;
+        const int belowWindow =
+            qAlpha(picture.pixel(picture.width() / 2, margin + facts->opaqueHeight + margin / 4));
+        EXPECT_GT(belowWindow, 0) << file;
+        EXPECT_LT(belowWindow, 255) << file;
     }
+    // gedit relaunched in Japanese shows other words than in German.
+    EXPECT_NE(QImage(QString::fromStdString((root / "de/light.png").string())),
+              QImage(QString::fromStdString((root / "ja/light.png").string())));
+
+    // The snippet inside a metainfo file of gedit's kind passes the validator.
+    const std::string snippet = readAll(root / "screenshots.xml");
+    EXPECT_NE(snippet.find("xml:lang=\"ja\""), std::string::npos) << snippet;
+    const fs::path metainfo = session().directory() / "org.example.Gedit.metainfo.xml";
+    std::ofstream(metainfo) << R"(<?xml version="1.0" encoding="UTF-8"?>
+<component type="desktop-application">
+  <id>org.example.Gedit</id>
+  <metadata_license>CC0-1.0</metadata_license>
+  <project_license>GPL-2.0-or-later</project_license>
+  <name>Text Editor</name>
+  <summary>Edits text files</summary>
+  <description><p>A text editor that opens, edits and saves plain text files of any kind.</p></description>
+  <launchable type="desktop-id">org.example.Gedit.desktop</launchable>
+  <url type="homepage">https://example.org</url>
+  <content_rating type="oars-1.1"/>
+  <releases><release version="1.0" date="2026-01-01"/></releases>
+)" << snippet << "</component>\n";
+    const std::string command = "appstreamcli validate --no-net --pedantic '" + metainfo.string() +
+                                "' > '" + metainfo.string() + ".log' 2>&1";
+    EXPECT_EQ(std::system(command.c_str()), 0) << readAll(metainfo.string() + ".log");
 }
 
 }  // namespace
