@@ -9,6 +9,7 @@
 
 #include "control/AppearanceController.h"
 #include "linux/GnomeAppearanceBackend.h"
+#include "support/ControlProbe.h"
 #include "support/RunHarness.h"
 #include "support/SessionFixture.h"
 #include "ui/ContentView.h"
@@ -24,14 +25,6 @@ std::string contents(const std::filesystem::path& path) {
     std::ostringstream text;
     text << in.rdbuf();
     return text.str();
-}
-
-double meanLuminance(const Image& image) {
-    double sum = 0;
-    for (std::uint32_t p : image.pixels()) {
-        sum += 0.2126 * Image::redOf(p) + 0.7152 * Image::greenOf(p) + 0.0722 * Image::blueOf(p);
-    }
-    return image.pixels().empty() ? -1 : sum / static_cast<double>(image.pixels().size());
 }
 
 class DarkInEveryToolkit : public testing::SessionTest,
@@ -60,8 +53,8 @@ TEST_P(DarkInEveryToolkit, TheDarkShotIsDarkAndEverySettingComesBack) {
     ASSERT_TRUE(testing::runEventsUntil([&] { return shots.has_value(); }, 60s));
     ASSERT_TRUE(*shots) << view.progress.statusMessage();
     ASSERT_EQ(shots->value().size(), 2u);
-    const double light = meanLuminance(shots->value()[0].image);
-    const double dark = meanLuminance(shots->value()[1].image);
+    const double light = testing::meanLuminance(shots->value()[0].image);
+    const double dark = testing::meanLuminance(shots->value()[1].image);
     RecordProperty("light", std::to_string(light));
     RecordProperty("dark", std::to_string(dark));
     EXPECT_GT(light, 170) << GetParam()[0];

@@ -22,31 +22,15 @@
 #include "linux/XcbCaptureBackend.h"
 #include "linux/XcbScreenBackend.h"
 #include "linux/XcbWindowListBackend.h"
+#include "support/ControlProbe.h"
 #include "support/RunHarness.h"
 #include "support/SessionFixture.h"
 
 namespace zd::x11 {
 namespace {
 
+using testing::differingShare;
 using testing::waitFor;
-
-// Share of pixels that differ by more than a little in any channel.
-double differingShare(const Image& a, const Image& b) {
-    if (a.width() != b.width() || a.height() != b.height() || a.isNull())
-        return 1.0;
-    std::size_t differing = 0;
-    for (std::size_t i = 0; i < a.pixels().size(); ++i) {
-        for (int shift = 0; shift < 24; shift += 8) {
-            const int d = static_cast<int>((a.pixels()[i] >> shift) & 0xff) -
-                          static_cast<int>((b.pixels()[i] >> shift) & 0xff);
-            if (std::abs(d) > 8) {
-                ++differing;
-                break;
-            }
-        }
-    }
-    return static_cast<double>(differing) / static_cast<double>(a.pixels().size());
-}
 
 Image crop(const Image& image, int left, int top, int width, int height) {
     Image part(width, height);
@@ -54,23 +38,6 @@ Image crop(const Image& image, int left, int top, int width, int height) {
         for (int x = 0; x < width; ++x)
             part.setPixel(x, y, image.pixel(left + x, top + y));
     return part;
-}
-
-// The screen's own pixels of a rectangle of the root window.
-Image rootPixels(XcbConnection& x, const Rect& r) {
-    XcbReply<xcb_get_image_reply_t> reply(xcb_get_image_reply(
-        x.get(),
-        xcb_get_image(x.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, x.root(), static_cast<std::int16_t>(r.x),
-                      static_cast<std::int16_t>(r.y), static_cast<std::uint16_t>(r.width),
-                      static_cast<std::uint16_t>(r.height), ~0u),
-        nullptr));
-    if (!reply)
-        return Image();
-    const auto* data = reinterpret_cast<const std::uint32_t*>(xcb_get_image_data(reply.get()));
-    std::vector<std::uint32_t> argb(data, data + static_cast<std::size_t>(r.width * r.height));
-    for (auto& p : argb)
-        p |= 0xff000000u;
-    return Image(static_cast<int>(r.width), static_cast<int>(r.height), std::move(argb));
 }
 
 // First and last column of the canvas's row `y` (top-down) that hold anything.
@@ -186,17 +153,18 @@ TEST_P(DensitySession, WindowKeepsItsShareIsWholeAndSharpAndTheBarsFollowTheDens
     const int left = static_cast<int>(frame.left);
     const int w = client->width();
     EXPECT_EQ(picture->height(), client->height() + top + static_cast<int>(frame.bottom));
-    EXPECT_LT(differingShare(crop(*picture, left, top, w, 40), crop(*client, 0, 0, w, 40)), 0.01)
+    EXPECT_LT(differingShare(crop(*picture, left, top, w, 40), crop(*client, 0, 0, w, 40), 8), 0.01)
         << "the client sits under the title bar";
-    EXPECT_GT(differingShare(crop(*picture, left, 0, w, top / 2), crop(*client, 0, 0, w, top / 2)),
-              0.3)
+    EXPECT_GT(
+        differingShare(crop(*picture, left, 0, w, top / 2), crop(*client, 0, 0, w, top / 2), 8),
+        0.3)
         << "the title bar is in the picture";
 
     // Sharp: the capture is the very pixels on the screen.
     const Rect shown = clients.footprint(window).value_or(Footprint{}).visible;
     if (shown.x >= 0 && shown.y >= 0 && shown.maxX() <= x->screen()->width_in_pixels &&
         shown.maxY() <= x->screen()->height_in_pixels) {
-        EXPECT_LT(differingShare(*picture, rootPixels(*x, shown)), 0.01);
+        EXPECT_LT(differingShare(*picture, testing::rootPixels(shown), 8), 0.01);
     } else {
         ADD_FAILURE() << "the full preset left the window off the screen";
     }

@@ -106,7 +106,9 @@ TEST_F(ProgressPanelInSession, FloatsAboveTheActiveTargetOnEveryDesktopAndEndsWi
     x->sendToRoot(mainWindow->id, x->atoms().netActiveWindow, {2, XCB_CURRENT_TIME, 0, 0, 0});
     const Rect corner{origin.x, origin.y, 3, 3};
     const Rect pill{origin.x + 100, origin.y + 4, 20, 3};
-    auto luminance = [](const Rect& area) { return testing::meanLuminance(area).value_or(-1); };
+    auto luminance = [](const Rect& area) {
+        return testing::meanLuminance(testing::rootPixels(area));
+    };
     EXPECT_TRUE(testing::waitFor([&] { return luminance(corner) > 150; }, 5s)) << luminance(corner);
     EXPECT_LT(luminance(pill), 80);
 

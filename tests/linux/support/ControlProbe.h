@@ -1,18 +1,14 @@
 #pragma once
-// Test helpers for target control under the headless session: the display's window list in
-// the window server's record shape (enough for finding a relaunched window), window titles,
-// the brightness of a screen area, and a manual clock that follows real time.
+// Test helpers that look at the headless session's display from outside the product's window
+// lists: the managed windows with their titles, and the screen's own pixels; and the measures
+// tests take of pictures.
 
-#include <chrono>
 #include <cstdint>
-#include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
-#include "env/WindowListBackend.h"
 #include "model/Geometry.h"
-#include "testing/ManualClock.h"
+#include "model/Image.h"
 
 namespace zd::testing {
 
@@ -27,18 +23,15 @@ struct ProbedWindow {
 // Managed windows, front to back.
 std::vector<ProbedWindow> probeWindows();
 
-// The records a window list gives: layer 0, owner pid and name, number, name, bounds. Option
-// bit 1 leaves out windows that aren't viewable.
-class ProbeWindowList : public WindowListBackend {
-  public:
-    Value windowList(WindowListOption option) const override;
-};
+// The screen's own pixels of a rectangle of the root window, opaque; a null image when the
+// display can't give them.
+Image rootPixels(const Rect& area);
 
-// Mean luminance (0…255) of a screen area, read from the root window.
-std::optional<double> meanLuminance(const Rect& area);
+// Mean luminance (0…255) of a picture's pixels; -1 for a null picture.
+double meanLuminance(const Image& image);
 
-// Advances `clock` with real time, in small steps, until `done` holds or `limit` passed.
-bool followRealTime(ManualClock& clock, const std::function<bool()>& done,
-                    std::chrono::milliseconds limit);
+// Share of pixels of which a colour channel (red, green or blue) differs by more than
+// `tolerance`; 1 when the sizes differ.
+double differingShare(const Image& a, const Image& b, int tolerance);
 
 }  // namespace zd::testing

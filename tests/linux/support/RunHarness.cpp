@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <thread>
 
-#include "model/Preferences.h"
 #include "SessionFixture.h"
+#include "model/Preferences.h"
 
 namespace zd::testing {
 
