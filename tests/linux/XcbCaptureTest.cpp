@@ -9,26 +9,25 @@
 #include <cstdlib>
 #include <thread>
 
-#include "QtCanvasFactory.h"
 #include "capture/CaptureEngine.h"
 #include "capture/FullDisplayCapture.h"
 #include "capture/RunningApps.h"
 #include "capture/Spaces.h"
 #include "capture/TargetLists.h"
 #include "capture/WindowResizer.h"
+#include "common/PlatformEnvironment.h"
 #include "core/capture/CaptureTestSupport.h"
-#include "linux/EwmhSpacesBackend.h"
 #include "linux/EwmhWindowSizingBackend.h"
-#include "linux/ProcProcessBackend.h"
 #include "linux/X11ProcessWindows.h"
 #include "linux/XcbCaptureBackend.h"
-#include "linux/XcbScreenBackend.h"
-#include "linux/XcbWindowListBackend.h"
+#include "support/ControlProbe.h"
+#include "support/RunHarness.h"
 #include "support/SessionFixture.h"
 
 namespace zd::x11 {
 namespace {
 
+using testing::differingShare;
 using testing::waitFor;
 
 class XcbCaptureTest : public testing::SessionTest {
@@ -40,34 +39,21 @@ class XcbCaptureTest : public testing::SessionTest {
         if (!sessionStarted())
             return;
         auto opened = XcbConnection::open();
-        if (!opened)
+        testing::ensureGuiApplication();
+        auto made =
+            PlatformEnvironment::create({(session().directory() / "settings.json").string()});
+        if (!opened || !made)
             return;
         connection = *opened;
+        platform = std::move(*made);
         gedit = launchApp({"gedit", "--new-window"});
         calculator = launchApp({"gnome-calculator"});
         clients = std::make_unique<EwmhClients>(connection);
-        windowList = std::make_unique<XcbWindowListBackend>(connection);
-        capture = std::make_unique<XcbCaptureBackend>(connection);
-        spaces = std::make_unique<EwmhSpacesBackend>(connection);
-        sizing = std::make_unique<EwmhWindowSizingBackend>(connection);
-        screens = std::make_unique<XcbScreenBackend>(connection);
-        ProcProcessBackend::Options options;
-        options.display = session().display();
-        processes = std::make_unique<ProcProcessBackend>(options);
-        windowList->setApplicationNames([](std::int32_t pid) -> std::optional<std::string> {
-            auto app = processes->runningApplication(pid);
-            return app && app->bundleIdentifier ? std::optional(app->localizedName) : std::nullopt;
-        });
         geditWindow = windowOf(gedit->pid());
         calculatorWindow = windowOf(calculator->pid());
     }
     static void TearDownTestSuite() {
-        processes.reset();
-        screens.reset();
-        sizing.reset();
-        spaces.reset();
-        capture.reset();
-        windowList.reset();
+        platform.reset();
         clients.reset();
         gedit.reset();
         calculator.reset();
@@ -78,23 +64,23 @@ class XcbCaptureTest : public testing::SessionTest {
   protected:
     void SetUp() override {
         SessionTest::SetUp();
-        ASSERT_TRUE(connection) << "no connection to the session's display";
+        ASSERT_TRUE(platform) << "no connection to the session's display";
         ASSERT_NE(geditWindow, 0u) << "gedit showed no window";
         ASSERT_NE(calculatorWindow, 0u) << "gnome-calculator showed no window";
     }
 
+    // The session's own backends, with time and workers that the test drives.
     Environment env() {
-        Environment e;
+        Environment e = platform->environment();
         e.clock = &clock;
         e.workers = &workers;
-        e.windowList = windowList.get();
-        e.capture = capture.get();
-        e.spaces = spaces.get();
-        e.sizing = sizing.get();
-        e.screens = screens.get();
-        e.processes = processes.get();
-        e.canvases = &canvases;
         return e;
+    }
+    static XcbCaptureBackend& capture() {
+        return static_cast<XcbCaptureBackend&>(*platform->environment().capture);
+    }
+    static EwmhWindowSizingBackend& sizing() {
+        return static_cast<EwmhWindowSizingBackend&>(*platform->environment().sizing);
     }
 
     // The process's first ordinary window of a useful size, once it is mapped.
@@ -116,8 +102,8 @@ class XcbCaptureTest : public testing::SessionTest {
 
     // Moves and sizes the client area, and waits until the window manager has done it.
     static bool place(xcb_window_t window, Rect frame) {
-        sizing->setSize({window}, {frame.width, frame.height});
-        sizing->setPosition({window}, {frame.x, frame.y});
+        sizing().setSize({window}, {frame.width, frame.height});
+        sizing().setPosition({window}, {frame.x, frame.y});
         bool placed = waitFor([&] { return connection->rootGeometry(window) == frame; },
                               std::chrono::seconds(3));
         std::this_thread::sleep_for(std::chrono::milliseconds(300));
@@ -143,40 +129,15 @@ class XcbCaptureTest : public testing::SessionTest {
     static inline std::unique_ptr<testing::AppProcess> gedit;
     static inline std::unique_ptr<testing::AppProcess> calculator;
     static inline std::unique_ptr<EwmhClients> clients;
-    static inline std::unique_ptr<XcbWindowListBackend> windowList;
-    static inline std::unique_ptr<XcbCaptureBackend> capture;
-    static inline std::unique_ptr<EwmhSpacesBackend> spaces;
-    static inline std::unique_ptr<EwmhWindowSizingBackend> sizing;
-    static inline std::unique_ptr<XcbScreenBackend> screens;
-    static inline std::unique_ptr<ProcProcessBackend> processes;
+    static inline std::unique_ptr<PlatformEnvironment> platform;
     static inline xcb_window_t geditWindow = 0;
     static inline xcb_window_t calculatorWindow = 0;
 
     testing::ManualClock clock;
     testing::InlineWorkerPool workers;
-    QtCanvasFactory canvases;
 };
 
 xcb_atom_t atom(XcbConnection& x, std::string_view name);
-
-// Share of pixels that differ by more than a little in any channel.
-double differingShare(const Image& a, const Image& b) {
-    if (a.width() != b.width() || a.height() != b.height())
-        return 1.0;
-    std::size_t differing = 0;
-    for (std::size_t i = 0; i < a.pixels().size(); ++i) {
-        std::uint32_t p = a.pixels()[i];
-        std::uint32_t q = b.pixels()[i];
-        for (int shift = 0; shift < 32; shift += 8) {
-            int d = static_cast<int>((p >> shift) & 0xff) - static_cast<int>((q >> shift) & 0xff);
-            if (std::abs(d) > 16) {
-                ++differing;
-                break;
-            }
-        }
-    }
-    return static_cast<double>(differing) / static_cast<double>(a.pixels().size());
-}
 
 TEST_F(XcbCaptureTest, BothApplicationsAreTargetsAndRows) {
     auto targets = RunningApps::currentTargets(env());
@@ -244,13 +205,13 @@ TEST_F(XcbCaptureTest, ACoveredOrPartlyOffScreenWindowIsCapturedAloneAtItsOwnSiz
     auto uncovered =
         testing::runToEnd(CaptureEngine::captureWindow(env(), CaptureTarget{geditWindow}));
     ASSERT_TRUE(uncovered);
-    EXPECT_LT(differingShare(*uncovered, *covered), 0.02) << "the calculator shows through";
+    EXPECT_LT(differingShare(*uncovered, *covered, 16), 0.02) << "the calculator shows through";
 
     ASSERT_TRUE(place(geditWindow, {-300, 100, 600, 400}));
     auto offScreen =
         testing::runToEnd(CaptureEngine::captureWindow(env(), CaptureTarget{geditWindow}));
     ASSERT_TRUE(offScreen);
-    EXPECT_LT(differingShare(*uncovered, *offScreen), 0.02);
+    EXPECT_LT(differingShare(*uncovered, *offScreen, 16), 0.02);
 
     auto gone = testing::runToEnd(CaptureEngine::captureWindow(env(), CaptureTarget{0x7fffff}));
     EXPECT_TRUE(!gone && gone.error().is(CaptureError::windowNotFound));
@@ -292,7 +253,7 @@ TEST_F(XcbCaptureTest, A32BitWindowKeepsItsAlphaAndOurOwnWindowIsNoTarget) {
         return std::any_of(all.begin(), all.end(),
                            [&](const ClientWindow& w) { return w.id == own; });
     }));
-    auto pixels = capture->windowPixels(own);
+    auto pixels = capture().windowPixels(own);
     auto targets = RunningApps::currentTargets(env());
     xcb_destroy_window(connection->get(), own);
     xcb_flush(connection->get());
@@ -334,10 +295,10 @@ TEST_F(XcbCaptureTest, EachPresetSizesTheWindowWithinTheWorkAreaKeepingItsMinimu
     xcb_window_t panel = createTopPanel(*connection, 40);
     std::optional<ScreenInfo> screen;
     EXPECT_TRUE(waitFor([&] {
-        screen = screens->mainScreen();
+        screen = env().screens->mainScreen();
         return screen && screen->visibleFrame == Rect{0, 40, 1024, 728};
     })) << "the work area leaves the panel out";
-    auto panelRecord = windowList->windowList(WindowListOption::allWindows);
+    auto panelRecord = env().windowList->windowList(WindowListOption::allWindows);
     ASSERT_TRUE(screen);
     const Rect work = screen->visibleFrame;
     bool panelOnDockLayer = false;
@@ -347,7 +308,7 @@ TEST_F(XcbCaptureTest, EachPresetSizesTheWindowWithinTheWorkAreaKeepingItsMinimu
         }
     }
     EXPECT_TRUE(panelOnDockLayer);
-    EXPECT_GT(sizing->allowedSize(calculatorWindow, {1, 1}).height, 384)
+    EXPECT_GT(sizing().allowedSize(calculatorWindow, {1, 1}).height, 384)
         << "the calculator is taller than half this screen";
     raise(calculator->pid());
     for (auto preset : {WindowSizePreset::half, WindowSizePreset::threeQ, WindowSizePreset::full}) {
@@ -361,7 +322,7 @@ TEST_F(XcbCaptureTest, EachPresetSizesTheWindowWithinTheWorkAreaKeepingItsMinimu
         std::optional<Rect> actual;
         waitFor(
             [&] {
-                const Size minimum = sizing->allowedSize(calculatorWindow, {1, 1});
+                const Size minimum = sizing().allowedSize(calculatorWindow, {1, 1});
                 expected.width = std::max(computed.width, minimum.width);
                 expected.height = std::max(computed.height, minimum.height);
                 actual = connection->rootGeometry(calculatorWindow);
@@ -386,7 +347,7 @@ TEST_F(XcbCaptureTest, EachPresetSizesTheWindowWithinTheWorkAreaKeepingItsMinimu
 }
 
 TEST_F(XcbCaptureTest, DesktopsAreSpacesAndAChosenOneNarrowsTheLists) {
-    auto desktops = Spaces::userSpaces(*spaces);
+    auto desktops = Spaces::userSpaces(*env().spaces);
     ASSERT_GE(desktops.size(), 2u);
     EXPECT_EQ(desktops[0].ordinal, 1);
     EXPECT_TRUE(desktops[0].isCurrent);
