@@ -10,18 +10,14 @@
 #include <cmath>
 #include <thread>
 
-#include "QtCanvasFactory.h"
-#include "QtImageCodec.h"
 #include "capture/CaptureEngine.h"
 #include "capture/FullDisplayCapture.h"
 #include "capture/WindowResizer.h"
+#include "common/PlatformEnvironment.h"
 #include "composition/Compositor.h"
 #include "core/capture/CaptureTestSupport.h"
-#include "linux/EwmhWindowSizingBackend.h"
 #include "linux/X11ProcessWindows.h"
 #include "linux/XcbCaptureBackend.h"
-#include "linux/XcbScreenBackend.h"
-#include "linux/XcbWindowListBackend.h"
 #include "support/ControlProbe.h"
 #include "support/RunHarness.h"
 #include "support/SessionFixture.h"
@@ -81,26 +77,18 @@ TEST_P(DensitySession, WindowKeepsItsShareIsWholeAndSharpAndTheBarsFollowTheDens
         return false;
     })) << "mousepad showed no window";
 
-    XcbScreenBackend screens(x);
-    XcbWindowListBackend windowList(x);
-    XcbCaptureBackend capture(x);
-    EwmhWindowSizingBackend sizing(x);
-    QtCanvasFactory canvases;
-    QtImageCodec codec;
+    auto made = PlatformEnvironment::create({(session.directory() / "settings.json").string()});
+    ASSERT_TRUE(made) << made.error();
     testing::ManualClock clock;
     testing::InlineWorkerPool workers;
-    Environment env;
+    Environment env = (*made)->environment();
     env.clock = &clock;
     env.workers = &workers;
-    env.screens = &screens;
-    env.windowList = &windowList;
-    env.capture = &capture;
-    env.sizing = &sizing;
-    env.canvases = &canvases;
-    const auto screen = screens.mainScreen();
+    auto& capture = static_cast<XcbCaptureBackend&>(*env.capture);
+    const auto screen = env.screens->mainScreen();
     ASSERT_TRUE(screen);
     EXPECT_EQ(screen->frame.width, 1440) << "points, whatever the scale";
-    const Compositor::Platform platform{canvases, codec, screen, 24.0};
+    const Compositor::Platform platform{*env.canvases, *env.images, screen, 24.0};
 
     for (WindowSizePreset preset : {WindowSizePreset::current, WindowSizePreset::half,
                                     WindowSizePreset::threeQ, WindowSizePreset::full}) {
@@ -174,7 +162,7 @@ TEST_P(DensitySession, WindowKeepsItsShareIsWholeAndSharpAndTheBarsFollowTheDens
     ASSERT_TRUE(content);
     const ShareableDisplay display = content->displays.front();
     std::vector<CaptureEngine::StackedWindow> stack{{*picture, *clients.describe(window).bounds}};
-    const Image desktop = CaptureEngine::paintStack(canvases, display, stack);
+    const Image desktop = CaptureEngine::paintStack(*env.canvases, display, stack);
     EXPECT_EQ(desktop.width(), 1440 * scale);
     Compositor::Inputs full;
     full.windowImage = desktop;

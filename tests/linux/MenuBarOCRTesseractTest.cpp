@@ -4,34 +4,20 @@
 #include <gtest/gtest.h>
 
 #include <QFont>
-#include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
 
 #include "ImageConversion.h"
-#include "composition/MenuBarOCR.h"
-#include "linux/TesseractTextRecognitionBackend.h"
-#include "testing/ManualClock.h"
+#include "support/RunHarness.h"
 
 namespace zd {
 namespace {
 
 using Strings = std::vector<std::string>;
 
-QGuiApplication& application() {
-    static int argc = 1;
-    static char name[] = "zd_linux_tests";
-    static char* argv[] = {name, nullptr};
-    static QGuiApplication* app = [] {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        return new QGuiApplication(argc, argv);
-    }();
-    return *app;
-}
-
 // A bar 1440 points wide at twice its size: the name in bold, the titles, a clock at the right.
 Image menuBar(const std::string& appName, const Strings& titles) {
-    application();
+    testing::ensureGuiApplication();
     QImage image(2880, 48, QImage::Format_ARGB32_Premultiplied);
     image.fill(QColor(236, 236, 236));
     QPainter painter(&image);
@@ -65,19 +51,8 @@ void PrintTo(const BarCase& c, std::ostream* os) {
 class MenuBarOCRWithTesseract : public ::testing::TestWithParam<BarCase> {};
 
 TEST_P(MenuBarOCRWithTesseract, ReadsTheTitlesInOrder) {
-    static x11::TesseractTextRecognitionBackend recognizer;
-    testing::ManualClock clock;
-    testing::InlineWorkerPool workers;
-    Environment env;
-    env.clock = &clock;
-    env.workers = &workers;
-    env.textRecognition = &recognizer;
-    Strings titles;
-    spawn([](Task<Strings> t, Strings& out) -> Task<void> {
-        out = co_await std::move(t);
-    }(MenuBarOCR::ocr(env, menuBar(GetParam().appName, GetParam().titles), GetParam().appName),
-                                            titles));
-    EXPECT_EQ(titles, GetParam().titles);
+    const auto& bar = GetParam();
+    EXPECT_EQ(testing::menuTitlesOn(menuBar(bar.appName, bar.titles), bar.appName), bar.titles);
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -8,15 +8,12 @@
 #include <algorithm>
 
 #include "ImageConversion.h"
-#include "composition/MenuBarOCR.h"
 #include "composition/MenuTitles.h"
 #include "env/ProcessBackend.h"
 #include "linux/AtspiMenuBackend.h"
-#include "linux/TesseractTextRecognitionBackend.h"
 #include "support/ControlProbe.h"
 #include "support/RunHarness.h"
 #include "support/SessionFixture.h"
-#include "testing/ManualClock.h"
 #include "ui/ContentView.h"
 
 namespace zd {
@@ -26,22 +23,6 @@ using namespace std::chrono_literals;
 using Strings = std::vector<std::string>;
 
 class MenusInSession : public testing::SessionTest {};
-
-// The titles text recognition reads on the top `rows` of a picture, without `appName`.
-Strings titlesOnBar(const QImage& picture, int rows, const std::string& appName) {
-    static x11::TesseractTextRecognitionBackend recognizer;
-    testing::ManualClock clock;
-    testing::InlineWorkerPool workers;
-    Environment env;
-    env.clock = &clock;
-    env.workers = &workers;
-    env.textRecognition = &recognizer;
-    Strings titles;
-    const Image bar = fromQImage(picture.copy(0, 0, picture.width(), rows));
-    spawn([](Task<Strings> t, Strings& out) -> Task<void> { out = co_await std::move(t); }(
-                                                MenuBarOCR::ocr(env, bar, appName), titles));
-    return titles;
-}
 
 bool has(const Strings& titles, const std::string& title) {
     return std::find(titles.begin(), titles.end(), title) != titles.end();
@@ -79,7 +60,8 @@ TEST_F(MenusInSession, AGermanMousepadShotCarriesMousepadsGermanMenus) {
         QString::fromStdString((std::filesystem::path(*view.lastRunRoot) / "de" / "light.png")));
     ASSERT_EQ(picture.size(), QSize(2880, 1800));
     // The bar takes the menu bar's 24 points of a 1080-point-high screen.
-    const Strings titles = titlesOnBar(picture, 1800 * 24 / 1080, view.menuBar.appName);
+    const Strings titles = testing::menuTitlesOn(
+        fromQImage(picture.copy(0, 0, picture.width(), 1800 * 24 / 1080)), view.menuBar.appName);
     EXPECT_TRUE(has(titles, "Datei") && has(titles, "Bearbeiten") && has(titles, "Hilfe"))
         << ::testing::PrintToString(titles);
     EXPECT_FALSE(has(titles, "File")) << ::testing::PrintToString(titles);

@@ -6,7 +6,10 @@
 #include <thread>
 
 #include "SessionFixture.h"
+#include "composition/MenuBarOCR.h"
+#include "linux/TesseractTextRecognitionBackend.h"
 #include "model/Preferences.h"
+#include "testing/ManualClock.h"
 
 namespace zd::testing {
 
@@ -20,6 +23,21 @@ void ensureGuiApplication() {
     static char* argv[] = {name, nullptr};
     qputenv("QT_QPA_PLATFORM", "offscreen");
     static QGuiApplication app(argc, argv);
+}
+
+std::vector<std::string> menuTitlesOn(const Image& bar, const std::string& appName) {
+    static x11::TesseractTextRecognitionBackend recognizer;
+    ManualClock clock;
+    InlineWorkerPool workers;
+    Environment env;
+    env.clock = &clock;
+    env.workers = &workers;
+    env.textRecognition = &recognizer;
+    std::vector<std::string> titles;
+    spawn([](Task<std::vector<std::string>> t, std::vector<std::string>& out) -> Task<void> {
+        out = co_await std::move(t);
+    }(MenuBarOCR::ocr(env, bar, appName), titles));
+    return titles;
 }
 
 bool runEventsUntil(const std::function<bool()>& done, std::chrono::seconds limit) {

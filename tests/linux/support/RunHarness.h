@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "common/PlatformEnvironment.h"
 #include "run/LiveRunServices.h"
@@ -18,6 +19,9 @@ namespace zd::testing {
 
 // Drawing needs a GUI application object; it draws offscreen, not on the session's display.
 void ensureGuiApplication();
+
+// The menu titles text recognition (tesseract) reads on a bar, without `appName`.
+std::vector<std::string> menuTitlesOn(const Image& bar, const std::string& appName);
 
 // Runs the Qt event loop until `done` holds or `limit` has passed; false on the time-out.
 bool runEventsUntil(const std::function<bool()>& done, std::chrono::seconds limit);
