@@ -42,6 +42,8 @@ class FileSettingsStoreTest : public testing::Test {
 TEST_F(FileSettingsStoreTest, AnotherStoreReadsWhatTheLastOneWroteWithItsTypes) {
     {
         FileSettingsStore writer(file.string());
+        EXPECT_EQ(writer.objectForKey("captureScope"), std::nullopt);
+        EXPECT_FALSE(fs::exists(file.parent_path())) << "reading a missing file creates nothing";
         writer.setObject("all", "captureScope");
         writer.setBool(false, "captureLight");
         writer.setInteger(-5, "countdownSeconds");
@@ -75,14 +77,7 @@ TEST_F(FileSettingsStoreTest, SeesLaterWritesOfAnotherStoreAndKeepsTheirKeys) {
     EXPECT_TRUE(first.allKeys().empty());
 }
 
-TEST_F(FileSettingsStoreTest, ReadingAMissingFileCreatesNothing) {
-    FileSettingsStore store(file.string());
-    EXPECT_EQ(store.objectForKey("captureScope"), std::nullopt);
-    EXPECT_FALSE(store.fileIsUnreadable());
-    EXPECT_FALSE(fs::exists(file.parent_path()));
-}
-
-TEST_F(FileSettingsStoreTest, WriteReplacesTheFileWholeAndLeavesNoTemporaryFiles) {
+TEST_F(FileSettingsStoreTest, WriteReplacesTheFileWholeAndLeavesNoTemporaryFilesOrReadsThem) {
     FileSettingsStore store(file.string());
     store.setBool(true, "windowShadow");
     auto before = inode(file);
@@ -93,6 +88,11 @@ TEST_F(FileSettingsStoreTest, WriteReplacesTheFileWholeAndLeavesNoTemporaryFiles
         EXPECT_TRUE(name == "settings.json" || name == "settings.json.lock") << name;
     }
     EXPECT_EQ((fs::status(file).permissions() & fs::perms::others_read), fs::perms::none);
+    // A crashed write's temporary file is no settings file.
+    std::ofstream(file.string() + ".tmp-Ab12Cd") << "{\"windowShadow\": tr";
+    FileSettingsStore restarted(file.string());
+    EXPECT_EQ(restarted.objectForKey("windowShadow"), Value(false));
+    EXPECT_FALSE(restarted.fileIsUnreadable());
 }
 
 TEST_F(FileSettingsStoreTest, TwoProcessesWritingAtOnceKeepEachOthersKeys) {
@@ -109,14 +109,6 @@ TEST_F(FileSettingsStoreTest, TwoProcessesWritingAtOnceKeepEachOthersKeys) {
     ::waitpid(child, &status, 0);
     ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
     EXPECT_EQ(FileSettingsStore(file.string()).allKeys().size(), 2u * keysEach);
-}
-
-TEST_F(FileSettingsStoreTest, TemporaryFileOfACrashedWriteIsIgnored) {
-    FileSettingsStore(file.string()).setObject("all", "captureScope");
-    std::ofstream(file.string() + ".tmp-Ab12Cd") << "{\"captureScope\": \"sin";
-    FileSettingsStore restarted(file.string());
-    EXPECT_EQ(restarted.objectForKey("captureScope"), Value("all"));
-    EXPECT_FALSE(restarted.fileIsUnreadable());
 }
 
 class UnreadableSettingsFile : public FileSettingsStoreTest,
