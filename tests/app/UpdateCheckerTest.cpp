@@ -7,20 +7,11 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 
+#include "AppTestSupport.h"
 #include "testing/InMemorySettingsStore.h"
 
 namespace zd::app {
 namespace {
-
-QApplication& qtApp() {
-    static int argc = 1;
-    static char name[] = "zd_app_tests";
-    static char* argv[] = {name, nullptr};
-    static auto* app = qobject_cast<QApplication*>(QCoreApplication::instance())
-                           ? qobject_cast<QApplication*>(QCoreApplication::instance())
-                           : new QApplication(argc, argv);
-    return *app;
-}
 
 // Answers every request with `body` (or never, when `silent`).
 class FeedServer {
@@ -73,7 +64,7 @@ struct FeedCase {
 class UpdaterAgainstFeed : public ::testing::TestWithParam<FeedCase> {};
 
 TEST_P(UpdaterAgainstFeed, ShowsOnlyWhatTheFeedSays) {
-    qtApp();
+    testing::ensureApp();
     const auto& c = GetParam();
     FeedServer server(c.body, c.silent);
     InMemorySettingsStore settings;
@@ -108,7 +99,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& feed) { return std::string(feed.param.name); });
 
 TEST(Updater, ChecksQuietlyAtLaunchAndNotAtAllWithoutAFeed) {
-    qtApp();
+    testing::ensureApp();
     FeedServer server(appcast("0.1.0"), false);
     InMemorySettingsStore settings;
     UpdaterController updater(settings, "0.1.0");
