@@ -1,5 +1,5 @@
 // The live commands end to end on a private headless desktop with gedit open in it: targets,
-// spaces, a small shoot, Ctrl-C, SIGHUP or SIGTERM during the countdown, and the bad inputs of a
+// spaces, Ctrl-C, SIGHUP or SIGTERM during the countdown, and the bad inputs of a
 // run (one of which stores its flags).
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -113,32 +113,6 @@ TEST_F(LiveCommands, TargetsAndSpacesListWhatTheWindowPickersShow) {
     EXPECT_NE(spaces.out.find("Desktop 1 (current)"), std::string::npos) << spaces.out;
 }
 
-TEST_F(LiveCommands, ShootsOneSmallPictureOfAWindowByNumber) {
-    auto lines = targetLines();
-    ASSERT_FALSE(lines.empty());
-    const std::string id = lines.front().substr(0, lines.front().find(' '));
-    const auto folder = cli.home.path() / "Shots";
-    auto result =
-        run({"shoot", "--target", id, "--languages", "none", "--appearances", "dark", "--canvas",
-             "640x400", "--countdown", "0", "--save-folder", folder.string(), "--contact-sheet"});
-    ASSERT_EQ(result.exitCode, 0) << result.err;
-    EXPECT_NE(result.err.find("Saved 1 shot to "), std::string::npos) << result.err;
-    const std::filesystem::path runRoot(result.out.substr(0, result.out.find('\n')));
-    EXPECT_EQ(runRoot.parent_path(), folder);
-    EXPECT_TRUE(std::filesystem::exists(runRoot / "index.html"));
-
-    std::vector<std::filesystem::path> pictures;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(runRoot)) {
-        if (entry.path().extension() == ".png")
-            pictures.push_back(entry.path());
-    }
-    ASSERT_EQ(pictures.size(), 1u);
-    EXPECT_EQ(pictures.front().filename(), "dark.png");
-    EXPECT_EQ(QImage(QString::fromStdString(pictures.front().string())).size(), QSize(640, 400));
-    // Flags change this run only.
-    EXPECT_FALSE(std::filesystem::exists(cli.settingsPath()));
-}
-
 TEST_F(LiveCommands, AnyTerminatingSignalDuringTheCountdownStopsAsCtrlCDoes) {
     ASSERT_FALSE(targetLines().empty());
     const auto schemeBefore = colorScheme();
@@ -210,8 +184,8 @@ TEST_F(LiveCommands, BadInputGetsOneClearLineAndANonZeroExit) {
 }
 
 // Two runs of all the windows of a program started on a private display: the first in a new
-// folder named with its variant, shown in the file manager; the second, in a language, joins
-// it and puts the program back in its own language before it ends.
+// folder named with its variant, with a contact sheet, shown in the file manager; the second,
+// in a language, joins it and puts the program back in its own language before it ends.
 TEST_F(LiveCommands, LaunchedWindowsRunsGroupAcrossRunsAndTheFolderIsShown) {
     const auto tools = cli.home.path() / "tools";
     const auto marker = cli.home.path() / "revealed.txt";
@@ -237,11 +211,16 @@ TEST_F(LiveCommands, LaunchedWindowsRunsGroupAcrossRunsAndTheFolderIsShown) {
         arguments.insert(arguments.end(), more.begin(), more.end());
         return cli.run(arguments, variables);
     };
-    const auto first = shoot({"--languages", "", "--reveal"});
+    const auto first = shoot({"--languages", "", "--reveal", "--contact-sheet"});
     ASSERT_EQ(first.exitCode, 0) << first.err;
+    EXPECT_NE(first.err.find("Saved 1 shot to "), std::string::npos) << first.err;
     const std::filesystem::path root(first.out.substr(0, first.out.find('\n')));
+    EXPECT_EQ(root.parent_path(), folder);
     EXPECT_NE(root.filename().string().find(" \u2014 V \u2014 "), std::string::npos) << root;
-    EXPECT_TRUE(std::filesystem::exists(root / "dark.png")) << first.err;
+    EXPECT_EQ(QImage(QString::fromStdString((root / "dark.png").string())).size(), QSize(320, 200));
+    EXPECT_TRUE(std::filesystem::exists(root / "index.html"));
+    // Flags change this run only.
+    EXPECT_FALSE(std::filesystem::exists(cli.settingsPath()));
     EXPECT_TRUE(waitFor(
         [&] { return test::CliRunner::read(marker.string()) == root.string() + "\n"; }, 10s))
         << test::CliRunner::read(marker.string());
