@@ -66,16 +66,8 @@ TEST_P(DensitySession, WindowKeepsItsShareIsWholeAndSharpAndTheBarsFollowTheDens
 
     auto app = testing::launchInSession(session, {"mousepad"});
     EwmhClients clients(x);
-    xcb_window_t window = 0;
-    ASSERT_TRUE(waitFor([&] {
-        for (const auto& c : clients.clients()) {
-            if (c.pid == app->pid() && c.layer == Layer::normal && c.bounds->width > 100) {
-                window = c.id;
-                return true;
-            }
-        }
-        return false;
-    })) << "mousepad showed no window";
+    const xcb_window_t window = testing::firstWindowOf(app->pid());
+    ASSERT_NE(window, 0u) << "mousepad showed no window";
 
     auto made = PlatformEnvironment::create({(session.directory() / "settings.json").string()});
     ASSERT_TRUE(made) << made.error();

@@ -26,10 +26,7 @@ namespace {
 using namespace std::chrono_literals;
 namespace fs = std::filesystem;
 
-std::string readAll(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
+using testing::readFile;
 
 class FullRunInSession : public testing::SessionTest {
   protected:
@@ -91,7 +88,8 @@ TEST_F(FullRunInSession, GeditInGermanAndFrenchIsSavedThenEverythingIsPutBack) {
             ASSERT_FALSE(image.isNull()) << file;
             EXPECT_EQ(image.size(), QSize(1280, 800));
             // Over the picture backgrounds every pixel is opaque: RGB, no alpha channel.
-            EXPECT_EQ(readAll(file).substr(25, 1), std::string(1, '\2')) << file << ": colour type";
+            EXPECT_EQ(readFile(file).substr(25, 1), std::string(1, '\2'))
+                << file << ": colour type";
             pictures[std::string(code) + "-" + mode] = image;
         }
     }
@@ -129,7 +127,7 @@ TEST_F(FullRunInSession, FlathubExportInGermanAndJapaneseWithAValidScreenshotsSn
 
     const double scale = view.captureScale();
     for (const char* file : {"de/light.png", "de/dark.png", "ja/light.png", "ja/dark.png"}) {
-        const std::string bytes = readAll(root / file);
+        const std::string bytes = readFile(root / file);
         const auto facts = PngInspector::inspect(
             {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
         ASSERT_TRUE(facts.hasValue()) << file << ": " << facts.error();
@@ -157,7 +155,7 @@ TEST_F(FullRunInSession, FlathubExportInGermanAndJapaneseWithAValidScreenshotsSn
               QImage(QString::fromStdString((root / "ja/light.png").string())));
 
     // The snippet inside a metainfo file of gedit's kind passes the validator.
-    const std::string snippet = readAll(root / "screenshots.xml");
+    const std::string snippet = readFile(root / "screenshots.xml");
     EXPECT_NE(snippet.find("xml:lang=\"ja\""), std::string::npos) << snippet;
     const fs::path metainfo = session().directory() / "org.example.Gedit.metainfo.xml";
     std::ofstream(metainfo) << R"(<?xml version="1.0" encoding="UTF-8"?>
@@ -175,7 +173,7 @@ TEST_F(FullRunInSession, FlathubExportInGermanAndJapaneseWithAValidScreenshotsSn
 )" << snippet << "</component>\n";
     const std::string command = "appstreamcli validate --no-net --pedantic '" + metainfo.string() +
                                 "' > '" + metainfo.string() + ".log' 2>&1";
-    EXPECT_EQ(std::system(command.c_str()), 0) << readAll(metainfo.string() + ".log");
+    EXPECT_EQ(std::system(command.c_str()), 0) << readFile(metainfo.string() + ".log");
 }
 
 }  // namespace

@@ -58,16 +58,9 @@ TEST_F(ProgressPanelInSession, FloatsAboveTheActiveTargetOnEveryDesktopAndEndsWi
     auto connection = x11::XcbConnection::open();
     ASSERT_TRUE(connection);
     auto x = *connection;
-    auto activePid = [&]() -> std::int32_t {
-        const auto active = x->cardinal(x->root(), x->atoms().netActiveWindow, XCB_ATOM_WINDOW);
-        if (!active)
-            return 0;
-        const auto pid = x->cardinal(*active, x->atoms().netWmPid);
-        return pid ? static_cast<std::int32_t>(*pid) : 0;
-    };
     auto editor = launchApp({"gedit"});
     ASSERT_TRUE(editor);
-    ASSERT_TRUE(testing::waitFor([&] { return activePid() == editor->pid(); }));
+    ASSERT_TRUE(testing::waitFor([&] { return testing::activeWindowPid() == editor->pid(); }));
 
     std::ofstream commands(fifo);
     commands << "show" << std::endl;
@@ -78,8 +71,8 @@ TEST_F(ProgressPanelInSession, FloatsAboveTheActiveTargetOnEveryDesktopAndEndsWi
         [&] { return (panel = find(byTitle("Zephyrdock progress"), &panelIndex)).has_value(); }));
     ASSERT_TRUE(find([&](const auto& w) { return w.pid == editor->pid(); }, &editorIndex));
 
-    EXPECT_EQ(activePid(), editor->pid());  // the target keeps the activation
-    EXPECT_LT(panelIndex, editorIndex);     // front-most first
+    EXPECT_EQ(testing::activeWindowPid(), editor->pid());  // the target keeps the activation
+    EXPECT_LT(panelIndex, editorIndex);                    // front-most first
     EXPECT_EQ(x->cardinal(panel->id, x->atoms().netWmDesktop), 0xFFFFFFFFu);
     const Point origin = ProgressPanelRules::panelOrigin({0, 0, 1440, 900}, false);
     EXPECT_EQ(panel->frame, (Rect{origin.x, origin.y, 540, 64}));
@@ -97,7 +90,7 @@ TEST_F(ProgressPanelInSession, FloatsAboveTheActiveTargetOnEveryDesktopAndEndsWi
         const auto back = find(byTitle("Zephyrdock progress"));
         return back && back->frame == Rect{origin.x, origin.y, 540, 64};
     }));
-    EXPECT_EQ(activePid(), editor->pid());
+    EXPECT_EQ(testing::activeWindowPid(), editor->pid());
 
     // No compositor runs here: the capsule cuts its own corners, so the (light) main window
     // brought beneath shows there instead of black.
@@ -113,13 +106,7 @@ TEST_F(ProgressPanelInSession, FloatsAboveTheActiveTargetOnEveryDesktopAndEndsWi
     EXPECT_LT(luminance(pill), 80);
 
     // Closing the main window ends the program, the panel still up.
-    const xcb_atom_t closeWindow = [&] {
-        const char name[] = "_NET_CLOSE_WINDOW";
-        x11::XcbReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
-            x->get(), xcb_intern_atom(x->get(), 0, sizeof name - 1, name), nullptr));
-        return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-    }();
-    x->sendToRoot(mainWindow->id, closeWindow, {0, 2, 0, 0, 0});
+    x->sendToRoot(mainWindow->id, testing::atom("_NET_CLOSE_WINDOW"), {0, 2, 0, 0, 0});
     EXPECT_TRUE(testing::waitFor([&] { return !program->running(); }));
 }
 

@@ -85,16 +85,7 @@ class XcbCaptureTest : public testing::SessionTest {
 
     // The process's first ordinary window of a useful size, once it is mapped.
     static xcb_window_t windowOf(pid_t pid) {
-        xcb_window_t found = 0;
-        waitFor([&] {
-            for (const auto& c : clients->clients()) {
-                if (c.pid == pid && c.layer == Layer::normal && c.bounds && c.bounds->width > 100) {
-                    found = c.id;
-                    return true;
-                }
-            }
-            return false;
-        });
+        const xcb_window_t found = testing::firstWindowOf(pid);
         // Let the application finish its first paint.
         std::this_thread::sleep_for(std::chrono::milliseconds(500));
         return found;
@@ -137,8 +128,6 @@ class XcbCaptureTest : public testing::SessionTest {
     testing::InlineWorkerPool workers;
 };
 
-xcb_atom_t atom(XcbConnection& x, std::string_view name);
-
 TEST_F(XcbCaptureTest, BothApplicationsAreTargetsAndRows) {
     auto targets = RunningApps::currentTargets(env());
     auto has = [&](xcb_window_t id, pid_t pid) {
@@ -178,7 +167,7 @@ TEST_F(XcbCaptureTest, RowsAreApplicationsByTheirLaunchersNameFoundWithoutAPidPr
     EXPECT_EQ(row(calculatorWindow)->appName, "Calculator") << "its desktop file's Name";
 
     // Kept out of the task bar, it is a panel's window, not an application's.
-    const xcb_atom_t skip = atom(*connection, "_NET_WM_STATE_SKIP_TASKBAR");
+    const xcb_atom_t skip = testing::atom("_NET_WM_STATE_SKIP_TASKBAR");
     const std::uint32_t add[5] = {1, skip, 0, 2, 0};  // _NET_WM_STATE_ADD, as a pager asks
     connection->sendToRoot(messageWindow, connection->atoms().netWmState, add);
     EXPECT_TRUE(waitFor(
@@ -265,13 +254,6 @@ TEST_F(XcbCaptureTest, A32BitWindowKeepsItsAlphaAndOurOwnWindowIsNoTarget) {
                              [&](const CaptureTarget& t) { return t.id == own; }));
 }
 
-xcb_atom_t atom(XcbConnection& x, std::string_view name) {
-    XcbReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
-        x.get(), xcb_intern_atom(x.get(), 0, static_cast<std::uint16_t>(name.size()), name.data()),
-        nullptr));
-    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-}
-
 // A panel of this process along the top edge, `height` tall, that the work area leaves out.
 xcb_window_t createTopPanel(XcbConnection& x, std::uint32_t height) {
     xcb_connection_t* c = x.get();
@@ -284,7 +266,7 @@ xcb_window_t createTopPanel(XcbConnection& x, std::uint32_t height) {
                         32, 1, &dock);
     const std::uint32_t strut[12] = {0, 0, height, 0, 0, 0, 0, 0, 0, x.screen()->width_in_pixels,
                                      0, 0};
-    xcb_change_property(c, XCB_PROP_MODE_REPLACE, window, atom(x, "_NET_WM_STRUT_PARTIAL"),
+    xcb_change_property(c, XCB_PROP_MODE_REPLACE, window, testing::atom("_NET_WM_STRUT_PARTIAL"),
                         XCB_ATOM_CARDINAL, 32, 12, strut);
     xcb_map_window(c, window);
     xcb_flush(c);

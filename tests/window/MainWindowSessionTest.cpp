@@ -20,7 +20,6 @@
 
 #include "common/PlatformEnvironment.h"
 #include "env/Environment.h"
-#include "linux/XcbConnection.h"
 #include "model/Preferences.h"
 #include "panel/ProgressPanel.h"
 #include "shell/ZephyrdockApp.h"
@@ -123,12 +122,6 @@ TEST_F(MainWindowInSession, ShootsGeditInGermanThroughClicks) {
     QTest::mouseClick(bar.countdownMenu(), Qt::LeftButton);
     ASSERT_TRUE(QTest::qWaitFor([&] { return view.countdownSeconds == 0; }));
 
-    auto x = *x11::XcbConnection::open();
-    auto activeCommand = [&] {
-        const auto active = x->cardinal(x->root(), x->atoms().netActiveWindow, XCB_ATOM_WINDOW);
-        const auto pid = active ? x->cardinal(*active, x->atoms().netWmPid) : std::nullopt;
-        return pid ? commandOf(static_cast<std::int32_t>(*pid)) : std::string();
-    };
     // At the first picture taken: the panel floats, the German gedit keeps the activation.
     bool panelShown = false;
     std::string activeAtShot;
@@ -137,7 +130,7 @@ TEST_F(MainWindowInSession, ShootsGeditInGermanThroughClicks) {
             view.progress.shotsCompleted() == 0 || !activeAtShot.empty())
             return;
         panelShown = zephyrdock.panel()->isVisible();
-        activeAtShot = activeCommand();
+        activeAtShot = commandOf(testing::activeWindowPid());
         QGuiApplication::primaryScreen()->grabWindow(0).save(
             QString::fromStdString((shots / "during-run.png").string()));
         zephyrdock.panel()->grab().save(QString::fromStdString((shots / "panel.png").string()));

@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 
+#include "SessionFixture.h"
+#include "linux/EwmhClients.h"
 #include "linux/XcbConnection.h"
 
 namespace zd::testing {
@@ -29,6 +31,45 @@ std::vector<ProbedWindow> probeWindows() {
         windows.push_back(window);
     }
     return windows;
+}
+
+std::uint32_t firstWindowOf(std::int32_t pid) {
+    auto opened = XcbConnection::open();
+    if (!opened)
+        return 0;
+    const x11::EwmhClients clients(*opened);
+    std::uint32_t found = 0;
+    waitFor([&] {
+        for (const auto& c : clients.clients()) {
+            if (c.pid == pid && c.layer == x11::Layer::normal && c.bounds &&
+                c.bounds->width > 100) {
+                found = c.id;
+                return true;
+            }
+        }
+        return false;
+    });
+    return found;
+}
+
+std::int32_t activeWindowPid() {
+    auto opened = XcbConnection::open();
+    if (!opened)
+        return 0;
+    const XcbConnection& x = **opened;
+    const auto active = x.cardinal(x.root(), x.atoms().netActiveWindow, XCB_ATOM_WINDOW);
+    const auto pid = active ? x.cardinal(*active, x.atoms().netWmPid) : std::nullopt;
+    return static_cast<std::int32_t>(pid.value_or(0));
+}
+
+std::uint32_t atom(const std::string& name) {
+    auto opened = XcbConnection::open();
+    if (!opened)
+        return XCB_ATOM_NONE;
+    xcb_connection_t* c = (*opened)->get();
+    XcbReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
+        c, xcb_intern_atom(c, 0, static_cast<std::uint16_t>(name.size()), name.data()), nullptr));
+    return reply ? reply->atom : std::uint32_t{XCB_ATOM_NONE};
 }
 
 Image rootPixels(const Rect& r) {

@@ -23,6 +23,16 @@ struct ProbedWindow {
 // Managed windows, front to back.
 std::vector<ProbedWindow> probeWindows();
 
+// The process's first ordinary window wider than 100 pixels, as the product's client list
+// shows it, once it is mapped (up to 20 seconds); 0 when none came.
+std::uint32_t firstWindowOf(std::int32_t pid);
+
+// The process that owns the active window; 0 when none does.
+std::int32_t activeWindowPid();
+
+// The atom of `name`, made if the display has none yet.
+std::uint32_t atom(const std::string& name);
+
 // The screen's own pixels of a rectangle of the root window, opaque; a null image when the
 // display can't give them.
 Image rootPixels(const Rect& area);

@@ -5,6 +5,7 @@
 #include <spawn.h>
 #include <sys/wait.h>
 
+#include <fstream>
 #include <thread>
 
 #include "linux/SpawnArguments.h"
@@ -60,6 +61,11 @@ bool waitFor(const std::function<bool()>& ready, std::chrono::milliseconds limit
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
     return ready();
+}
+
+std::string readFile(const std::filesystem::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
 void SessionTest::startSession(x11::HeadlessSession::Options options) {

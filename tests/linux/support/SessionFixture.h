@@ -9,6 +9,7 @@
 #include <sys/types.h>
 
 #include <chrono>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
@@ -39,6 +40,9 @@ std::unique_ptr<AppProcess> launchInSession(const x11::HeadlessSession& session,
 // Polls `ready` every 50 ms until it holds or `limit` passed.
 bool waitFor(const std::function<bool()>& ready,
              std::chrono::milliseconds limit = std::chrono::seconds(20));
+
+// The whole file, or nothing when it can't be read.
+std::string readFile(const std::filesystem::path& path);
 
 // A GoogleTest fixture that starts one session for its suite and applies it to this process.
 class SessionTest : public ::testing::Test {
