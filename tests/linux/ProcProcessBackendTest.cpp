@@ -39,10 +39,13 @@ struct ProcBackendTest : ::testing::Test {
         for (pid_t pid : started)
             kill(pid, SIGKILL);
     }
-    ProcProcessBackend backend() {
+    // Processes of `display` only, when one is named.
+    ProcProcessBackend backend(std::optional<std::string> display = std::nullopt) {
         ProcProcessBackend::Options options;
         options.dataDirs = {folder.path()};
         options.windowClasses = nullptr;  // no display needed
+        if (display)
+            options.display = *display;
         return ProcProcessBackend(options);
     }
     pid_t launch(ProcProcessBackend& b, std::vector<std::string> arguments = {},
@@ -80,7 +83,7 @@ TEST_F(ProcBackendTest, ReadsThisProcessFromProc) {
     EXPECT_FALSE(b.runningApplication(-5));
 }
 
-TEST_F(ProcBackendTest, LaunchesByIdentityWithTheLanguageAndFindsTheInstance) {
+TEST_F(ProcBackendTest, LaunchesByIdentityWithTheLanguageFindsTheInstanceOrSaysWhyNot) {
     auto b = backend();
     EXPECT_EQ(b.applicationLocation("org.example.Probe"), script.string());
     EXPECT_FALSE(b.applicationLocation("org.example.Missing"));
@@ -115,6 +118,13 @@ TEST_F(ProcBackendTest, LaunchesByIdentityWithTheLanguageAndFindsTheInstance) {
     EXPECT_TRUE(b.terminate(pid));
     EXPECT_TRUE(eventually([&] { return !b.runningApplication(pid); }));
     EXPECT_TRUE(b.runningApplications("org.example.Probe").empty());
+
+    // A program that can't be started says why.
+    LaunchRequest missing;
+    missing.location = (folder.path() / "missing-program").string();
+    const auto result = b.launch(missing);
+    ASSERT_FALSE(result);
+    EXPECT_EQ(result.error(), "No such file or directory");
 }
 
 TEST_F(ProcBackendTest, AProcessThatIgnoresTerminateEndsOnlyWhenForced) {
@@ -129,28 +139,13 @@ TEST_F(ProcBackendTest, AProcessThatIgnoresTerminateEndsOnlyWhenForced) {
     EXPECT_FALSE(b.terminate(pid));
 }
 
-TEST_F(ProcBackendTest, ALaunchThatCannotStartSaysWhy) {
-    auto b = backend();
-    LaunchRequest request;
-    request.location = (folder.path() / "missing-program").string();
-    const auto result = b.launch(request);
-    ASSERT_FALSE(result);
-    EXPECT_EQ(result.error(), "No such file or directory");
-}
-
 TEST_F(ProcBackendTest, OnlyProcessesOfTheChosenDisplayCount) {
-    ProcProcessBackend::Options options;
-    options.dataDirs = {folder.path()};
-    options.windowClasses = nullptr;
-    options.display = ":4242";
-    ProcProcessBackend other(options);
     auto b = backend();
     const pid_t pid = launch(b, {}, {{"DISPLAY", ":4243"}});
     ASSERT_TRUE(eventually([&] { return b.runningApplication(pid).has_value(); }));
-    EXPECT_FALSE(other.runningApplication(pid));
-    EXPECT_TRUE(other.runningApplications("org.example.Probe").empty());
-    options.display = ":4243.0";
-    EXPECT_TRUE(ProcProcessBackend(options).runningApplication(pid));
+    EXPECT_FALSE(backend(":4242").runningApplication(pid));
+    EXPECT_TRUE(backend(":4242").runningApplications("org.example.Probe").empty());
+    EXPECT_TRUE(backend(":4243.0").runningApplication(pid));
 }
 
 TEST(DesktopEntries, ExecIsSplitByTheQuotingRulesWithoutFieldCodes) {
