@@ -4,9 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <sstream>
-
 #include "control/AppearanceController.h"
 #include "linux/GnomeAppearanceBackend.h"
 #include "support/ControlProbe.h"
@@ -20,20 +17,20 @@ namespace {
 using namespace std::chrono_literals;
 using AppearanceController::Mode;
 
-std::string contents(const std::filesystem::path& path) {
-    std::ifstream in(path);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
+using testing::readFile;
 
 class DarkInEveryToolkit : public testing::SessionTest,
                            public ::testing::WithParamInterface<std::vector<std::string>> {};
 
 TEST_P(DarkInEveryToolkit, TheDarkShotIsDarkAndEverySettingComesBack) {
     const auto qtConfig = session().directory() / "config" / "qt6ct" / "qt6ct.conf";
-    const std::string qtBefore = contents(qtConfig);
-    const std::string settingsBefore = contents(session().settingsConfig());
+    const std::string qtBefore = readFile(qtConfig);
+    const std::string settingsBefore = readFile(session().settingsConfig());
+    // The desktop's own xsettingsd, which the switch rewrites, is found by its display.
+    const auto daemon = x11::GnomeAppearanceBackend::runningSettingsDaemon();
+    ASSERT_TRUE(daemon);
+    EXPECT_EQ(daemon->first, session().settingsConfig());
+    EXPECT_EQ(daemon->second, session().settingsDaemonPid());
     auto app = launchApp(GetParam());
     ASSERT_TRUE(app);
     auto harness = testing::RunHarness::create((session().directory() / "settings.json").string(),
@@ -63,8 +60,8 @@ TEST_P(DarkInEveryToolkit, TheDarkShotIsDarkAndEverySettingComesBack) {
     EXPECT_TRUE(view.notFollowingDark.empty());
 
     EXPECT_EQ(harness->env().appearance->readDarkMode()->standardOutput, before->standardOutput);
-    EXPECT_EQ(contents(qtConfig), qtBefore);
-    EXPECT_EQ(contents(session().settingsConfig()), settingsBefore);
+    EXPECT_EQ(readFile(qtConfig), qtBefore);
+    EXPECT_EQ(readFile(session().settingsConfig()), settingsBefore);
 }
 
 INSTANTIATE_TEST_SUITE_P(Toolkits, DarkInEveryToolkit,
@@ -76,15 +73,6 @@ INSTANTIATE_TEST_SUITE_P(Toolkits, DarkInEveryToolkit,
                                                 : tested.index == 1 ? "Libadwaita"
                                                                     : "Qt6");
                          });
-
-class SettingsDaemonInSession : public testing::SessionTest {};
-
-TEST_F(SettingsDaemonInSession, ADesktopsOwnXsettingsdIsFoundByItsDisplay) {
-    const auto daemon = x11::GnomeAppearanceBackend::runningSettingsDaemon();
-    ASSERT_TRUE(daemon);
-    EXPECT_EQ(daemon->first, session().settingsConfig());
-    EXPECT_EQ(daemon->second, session().settingsDaemonPid());
-}
 
 TEST(GnomeAppearanceBackend, ConfigsAndThemesOfTheOtherModeKeepEverythingElse) {
     using Backend = x11::GnomeAppearanceBackend;
