@@ -30,16 +30,14 @@ TEST_F(FillingPopUpTest, KeepsItsItemsWhileTheTitlesStayTheSame) {
     EXPECT_EQ(popUp.shownText(), "A");
 }
 
-TEST_F(FillingPopUpTest, EqualTitlesStayApartAndThePositionPicksTheId) {
+TEST_F(FillingPopUpTest, EqualTitlesStayApartThePositionPicksTheIdAndNoneShowTheLabel) {
     popUp.update("Same", {{1, "Same"}, {2, "Same"}}, record);
     EXPECT_EQ(popUp.count(), 2);
     EXPECT_EQ(popUp.currentIndex(), 0);
     QTest::keyClick(&popUp, Qt::Key_Down);  // the user chooses the second
     EXPECT_EQ(chosen, std::vector<int>{2});
-}
 
-TEST_F(FillingPopUpTest, WithoutItemsShowsTheSelectionLabel) {
-    popUp.update("No window", {}, record);
+    popUp.update("No window", {}, record);  // without items: the selection label alone
     EXPECT_EQ(popUp.count(), 0);
     EXPECT_EQ(popUp.shownText(), "No window");
     EXPECT_EQ(popUp.sizePolicy().horizontalPolicy(), QSizePolicy::Expanding);
