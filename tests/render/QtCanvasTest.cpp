@@ -41,7 +41,7 @@ TEST_F(QtCanvasTest, FactoryRefusesImpossibleSizes) {
     EXPECT_EQ(countOpaque(image), 0) << "starts transparent";
 }
 
-TEST_F(QtCanvasTest, OriginIsLowerLeftAndTranslationIsSavedWithTheState) {
+TEST_F(QtCanvasTest, OriginIsLowerLeftAndTranslationAndClipAreSavedWithTheState) {
     QtCanvas canvas(20, 10);
     canvas.fillRect({0, 0, 20, 1}, kRed);
     canvas.save();
@@ -54,6 +54,17 @@ TEST_F(QtCanvasTest, OriginIsLowerLeftAndTranslationIsSavedWithTheState) {
     EXPECT_EQ(image.pixel(3, 9), 0xffff0000u) << "y = 0 is the bottom row";
     EXPECT_EQ(at(image, 5, 4), 0xff0000ffu);
     EXPECT_EQ(image.pixel(0, 0), 0xff00ff00u) << "translation restored";
+
+    QtCanvas clipped(40, 40);
+    clipped.save();
+    clipped.clipToRoundedRect({0, 0, 40, 40}, 12);
+    clipped.fillRect({0, 0, 40, 40}, kRed);
+    clipped.restore();
+    clipped.fillEllipse({30, 30, 10, 10}, Color{0, 0, 1, 1});
+    const Image rounded = clipped.finish();
+    EXPECT_EQ(at(rounded, 0, 0), 0u) << "the rounded clip cuts the corners";
+    EXPECT_EQ(at(rounded, 20, 20), 0xffff0000u);
+    EXPECT_EQ(at(rounded, 35, 35), 0xff0000ffu) << "the clip ends with restore";
 }
 
 TEST_F(QtCanvasTest, ImageSourceRectangleCountsFromTheBottomRowAndCopyReplacesAlpha) {
@@ -161,19 +172,6 @@ TEST_F(QtCanvasTest, PictureShrunkManyTimesAveragesItsPixels) {
     for (int y = 2; y < 30; ++y)
         for (int x = 2; x < 30; ++x)
             ASSERT_NEAR(Image::redOf(image.pixel(x, y)), 128, 12);
-}
-
-TEST_F(QtCanvasTest, RoundedClipCutsCorners) {
-    QtCanvas canvas(40, 40);
-    canvas.save();
-    canvas.clipToRoundedRect({0, 0, 40, 40}, 12);
-    canvas.fillRect({0, 0, 40, 40}, kRed);
-    canvas.restore();
-    canvas.fillEllipse({30, 30, 10, 10}, Color{0, 0, 1, 1});
-    const Image image = canvas.finish();
-    EXPECT_EQ(at(image, 0, 0), 0u);
-    EXPECT_EQ(at(image, 20, 20), 0xffff0000u);
-    EXPECT_EQ(at(image, 35, 35), 0xff0000ffu) << "the clip ends with restore";
 }
 
 TEST_F(QtCanvasTest, TextMetricsScaleWithSizeAndTextDrawsAboveItsOrigin) {
