@@ -63,6 +63,21 @@ inline Started start(std::vector<std::string> words, std::vector<std::string> en
     return started;
 }
 
+// Runs a program (found on the PATH) to its end and gives what it wrote to stdout.
+inline std::string outputOf(std::vector<std::string> words,
+                            const std::vector<std::string>& environment) {
+    TemporaryFolder folder;
+    const auto out = (folder.path() / "out").string();
+    start(std::move(words), environment, (folder.path() / "err").string(), out).wait();
+    return Started::read(out);
+}
+
+// The desktop's colour scheme, as gsettings reads it in `environment`.
+inline std::string colorScheme(const std::vector<std::string>& environment) {
+    return outputOf({"gsettings", "get", "org.gnome.desktop.interface", "color-scheme"},
+                    environment);
+}
+
 // Polls `ready` every 50 ms until it holds or `limit` passed.
 inline bool waitFor(const std::function<bool()>& ready, std::chrono::milliseconds limit) {
     for (const auto end = std::chrono::steady_clock::now() + limit;

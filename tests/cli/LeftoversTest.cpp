@@ -126,19 +126,6 @@ TEST(Leftovers, ARunWhoseDisplayDiesSaysSoInItsOwnWords) {
         << run.err();
 }
 
-void runIn(const std::vector<std::string>& environment, std::vector<std::string> words) {
-    test::TemporaryFolder folder;
-    start(words, environment, (folder.path() / "err").string()).wait();
-}
-
-std::string colorScheme(const std::vector<std::string>& environment) {
-    test::TemporaryFolder folder;
-    const auto out = folder.path() / "scheme";
-    runIn(environment,
-          {"sh", "-c", "gsettings get org.gnome.desktop.interface color-scheme > " + out.string()});
-    return test::CliRunner::read(out.string());
-}
-
 // A private desktop that stands for the user's own.
 struct UsersDesktop : ::testing::Test {
     void SetUp() override {
@@ -168,8 +155,9 @@ TEST_F(UsersDesktop, ARunKilledThereGetsAppearanceAndLanguageBackAtTheNextStart)
     std::ofstream(state / "run-dead.journal")
         << "zephyrdock run journal 1\nowner " << gone
         << " b:1\nappearance light\nlanguage org.example.Gone\n";
-    runIn(environment,
-          {"gsettings", "set", "org.gnome.desktop.interface", "color-scheme", "prefer-dark"});
+    test::outputOf(
+        {"gsettings", "set", "org.gnome.desktop.interface", "color-scheme", "prefer-dark"},
+        environment);
     x11::LanguageOverrideStore overrides(session->directory() / "config/zephyrdock/overrides");
     overrides.runDefaults({"write", "org.example.Gone", "AppleLanguages", "-array", "de"});
 
@@ -178,13 +166,13 @@ TEST_F(UsersDesktop, ARunKilledThereGetsAppearanceAndLanguageBackAtTheNextStart)
                             "org.example.Gone."),
               std::string::npos)
         << next.err;
-    EXPECT_EQ(colorScheme(environment), "'default'\n");
+    EXPECT_EQ(test::colorScheme(environment), "'default'\n");
     EXPECT_NE(overrides.runDefaults({"read", "org.example.Gone", "AppleLanguages"})->exitStatus, 0);
     EXPECT_TRUE(fs::is_empty(state));
 }
 
 TEST_F(UsersDesktop, CtrlCWhileTheTargetIsPutBackWaitsTillItRunsAgain) {
-    runIn(environment, {"sh", "-c", "gedit >/dev/null 2>&1 &"});
+    test::outputOf({"sh", "-c", "gedit >/dev/null 2>&1 &"}, environment);
     auto geditShows = [&] {
         return zephyrdock({"targets"}).out.find("gedit") != std::string::npos;
     };

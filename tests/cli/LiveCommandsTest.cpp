@@ -65,14 +65,6 @@ class LiveCommands : public testing::Test {
             20s);
         return lines;
     }
-    std::string colorScheme() const {
-        const auto file = (cli.home.path() / "scheme.txt").string();
-        test::start({"gsettings", "get", "org.gnome.desktop.interface", "color-scheme"},
-                    environment(), file + ".err", file)
-            .wait();
-        return test::CliRunner::read(file);
-    }
-
     test::CliRunner cli;
     static inline std::unique_ptr<x11::HeadlessSession> session_;
     static inline std::string failure_;
@@ -98,7 +90,7 @@ TEST_F(LiveCommands, TargetsAndSpacesListWhatTheWindowPickersShow) {
 
 TEST_F(LiveCommands, AnyTerminatingSignalDuringTheCountdownStopsAsCtrlCDoes) {
     ASSERT_FALSE(targetLines().empty());
-    const auto schemeBefore = colorScheme();
+    const auto schemeBefore = test::colorScheme(environment());
     // Ctrl-C, the terminal closing, kill's default.
     for (const int signal : {SIGINT, SIGHUP, SIGTERM}) {
         const auto folder = cli.home.path() / "Stopped";
@@ -118,7 +110,7 @@ TEST_F(LiveCommands, AnyTerminatingSignalDuringTheCountdownStopsAsCtrlCDoes) {
         EXPECT_NE(err.find("Stopped before capture started."), std::string::npos) << err;
         EXPECT_LT(err.size(), 2000u) << "the race-down is one line";
         EXPECT_FALSE(std::filesystem::exists(folder) && !std::filesystem::is_empty(folder));
-        EXPECT_EQ(colorScheme(), schemeBefore);
+        EXPECT_EQ(test::colorScheme(environment()), schemeBefore);
     }
 }
 
