@@ -1,20 +1,26 @@
-// Whole capture runs of gedit against the real Linux backends: in German and French for the Mac
-// App Store, saved as PNG files with the machine put back afterwards; and a Flathub export in
-// German and Japanese, each picture the window within 1000 × 700 points on transparency with
-// its shadow, the screenshots.xml beside them passing appstreamcli inside a metainfo file.
+// Whole capture runs against the real Linux backends: gedit in German and French for the Mac
+// App Store, saved as PNG files with the machine put back afterwards; a Flathub export of gedit
+// in German and Japanese, each picture the window within 1000 × 700 points on transparency with
+// its shadow, the screenshots.xml beside them passing appstreamcli inside a metainfo file; and
+// mousepad in German, its menu bar read through the accessibility bus, its picture carrying its
+// German titles, read back from the composed bar with text recognition.
 
 #include <gtest/gtest.h>
 
 #include <QImage>
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
+#include "ImageConversion.h"
 #include "PngInspector.h"
+#include "composition/MenuTitles.h"
 #include "env/AppearanceBackend.h"
 #include "env/LanguageOverrideBackend.h"
 #include "env/ProcessBackend.h"
+#include "linux/AtspiMenuBackend.h"
 #include "support/ControlProbe.h"
 #include "support/RunHarness.h"
 #include "support/SessionFixture.h"
@@ -30,13 +36,14 @@ using testing::readFile;
 
 class FullRunInSession : public testing::SessionTest {
   protected:
-    // gedit in English, its window picked by a run that saves under the session's folder.
+    // The application in English, its window picked by a run that saves under the session's
+    // folder.
     void prepare(const std::vector<std::string>& command) {
         setenv("LANG", "en_US.UTF-8", 1);
         unsetenv("LC_ALL");
         unsetenv("LANGUAGE");
-        gedit = launchApp(command);
-        ASSERT_TRUE(gedit);
+        app = launchApp(command);
+        ASSERT_TRUE(app);
         // Each test's own settings and save folder: the suite shares one session.
         const std::string name = ::testing::UnitTest::GetInstance()->current_test_info()->name();
         folder = session().directory() / name;
@@ -44,16 +51,17 @@ class FullRunInSession : public testing::SessionTest {
                                               folder.string());
         ASSERT_TRUE(harness);
         harness->view().countdownSeconds = 0;
-        ASSERT_TRUE(harness->selectTargetOf(gedit->pid()));
+        ASSERT_TRUE(harness->selectTargetOf(app->pid()));
     }
     void TearDown() override {
         if (harness) {
-            for (const auto& app : harness->env().processes->runningApplications("org.gnome.gedit"))
-                harness->env().processes->forceTerminate(app.pid);
+            for (const auto& each :
+                 harness->env().processes->runningApplications("org.gnome.gedit"))
+                harness->env().processes->forceTerminate(each.pid);
         }
     }
 
-    std::unique_ptr<testing::AppProcess> gedit;
+    std::unique_ptr<testing::AppProcess> app;
     fs::path folder;
     std::unique_ptr<testing::RunHarness> harness;
 };
@@ -101,9 +109,9 @@ TEST_F(FullRunInSession, GeditInGermanAndFrenchIsSavedThenEverythingIsPutBack) {
     EXPECT_EQ(env.appearance->readDarkMode()->standardOutput, darkBefore->standardOutput);
     ASSERT_TRUE(testing::runEventsUntil(
         [&] {
-            for (const auto& app : env.processes->runningApplications("org.gnome.gedit")) {
+            for (const auto& each : env.processes->runningApplications("org.gnome.gedit")) {
                 for (const auto& w : testing::probeWindows()) {
-                    if (w.pid == app.pid && w.title.find("Untitled Document") != std::string::npos)
+                    if (w.pid == each.pid && w.title.find("Untitled Document") != std::string::npos)
                         return true;
                 }
             }
@@ -174,6 +182,59 @@ TEST_F(FullRunInSession, FlathubExportInGermanAndJapaneseWithAValidScreenshotsSn
     const std::string command = "appstreamcli validate --no-net --pedantic '" + metainfo.string() +
                                 "' > '" + metainfo.string() + ".log' 2>&1";
     EXPECT_EQ(std::system(command.c_str()), 0) << readFile(metainfo.string() + ".log");
+}
+
+bool has(const std::vector<std::string>& titles, const std::string& title) {
+    return std::find(titles.begin(), titles.end(), title) != titles.end();
+}
+
+TEST_F(FullRunInSession, AGermanMousepadShotCarriesMousepadsGermanMenus) {
+    ASSERT_NO_FATAL_FAILURE(prepare({"mousepad"}));
+    // In English first, as the accessibility bus shows its menu bar.
+    x11::AtspiMenuBackend menus;
+    std::optional<std::vector<std::string>> english;
+    ASSERT_TRUE(testing::waitFor([&] {
+        english = MenuTitles::fromMenuBars(menus.menuBars(app->pid()));
+        return english && !english->empty();
+    }));
+    EXPECT_EQ(english->front(), "File");
+
+    ContentView& view = harness->view();
+    view.languages = {{"de", "German"}};
+    view.enabledAppearances = {AppearanceMode::light};
+    view.outputSize = OutputSize::mas2880;
+    ASSERT_TRUE(harness->takeShotsAndWait()) << view.progress.statusMessage();
+    ASSERT_TRUE(view.lastRunRoot) << view.progress.statusMessage();
+    const QImage picture(QString::fromStdString((fs::path(*view.lastRunRoot) / "de/light.png")));
+    ASSERT_EQ(picture.size(), QSize(2880, 1800));
+    // The bar takes the menu bar's 24 points of a 1080-point-high screen.
+    const auto titles = testing::menuTitlesOn(
+        fromQImage(picture.copy(0, 0, picture.width(), 1800 * 24 / 1080)), view.menuBar.appName);
+    EXPECT_TRUE(has(titles, "Datei") && has(titles, "Bearbeiten") && has(titles, "Hilfe"))
+        << ::testing::PrintToString(titles);
+    EXPECT_FALSE(has(titles, "File")) << ::testing::PrintToString(titles);
+
+    // The run puts mousepad back in its own language; end it once it is back.
+    auto mousepads = [] {
+        std::vector<std::int32_t> pids;
+        for (const auto& w : testing::probeWindows()) {
+            if (w.title.find("Mousepad") != std::string::npos)
+                pids.push_back(w.pid);
+        }
+        return pids;
+    };
+    EXPECT_TRUE(testing::runEventsUntil(
+        [&] {
+            for (const auto pid : mousepads()) {
+                const auto back = MenuTitles::fromMenuBars(menus.menuBars(pid));
+                if (back && !back->empty() && back->front() == "File")
+                    return true;
+            }
+            return false;
+        },
+        60s));
+    for (const auto pid : mousepads())
+        harness->env().processes->forceTerminate(pid);
 }
 
 }  // namespace
