@@ -3,9 +3,13 @@
 // in German and Japanese, each picture the window within 1000 × 700 points on transparency with
 // its shadow, the screenshots.xml beside them passing appstreamcli inside a metainfo file; and
 // mousepad in German, its menu bar read through the accessibility bus, its picture carrying its
-// German titles, read back from the composed bar with text recognition.
+// German titles, read back from the composed bar with text recognition. Last, runs that meet a
+// fault of the machine: the target's window closes during the countdown, then the display
+// itself goes away; each ends with one line of status, writes no file, and leaves the
+// appearance as it found it.
 
 #include <gtest/gtest.h>
+#include <signal.h>
 
 #include <QImage>
 #include <algorithm>
@@ -235,6 +239,47 @@ TEST_F(FullRunInSession, AGermanMousepadShotCarriesMousepadsGermanMenus) {
         60s));
     for (const auto pid : mousepads())
         harness->env().processes->forceTerminate(pid);
+}
+
+// Last in the suite: the display it takes away is the session's.
+TEST_F(FullRunInSession, TheTargetClosingOrTheDisplayGoingAwayEndsTheRunWithNothingWritten) {
+    // A run of gedit in both appearances whose countdown calls `fault` at its first second.
+    auto runWithFaultInCountdown = [&](const std::function<void(pid_t gedit)>& fault) {
+        ASSERT_NO_FATAL_FAILURE(prepare({"gedit"}));
+        ContentView& view = harness->view();
+        view.countdownSeconds = 2;
+        view.outputSize = OutputSize::mas1280;
+        const auto darkBefore = harness->env().appearance->readDarkMode();
+        ASSERT_TRUE(darkBefore);
+        bool struck = false;
+        auto watching = view.progress.subscribe([&](CaptureProgressModel::Field field) {
+            if (field == CaptureProgressModel::Field::countdownRemaining && !struck &&
+                view.progress.countdownRemaining() == 2) {
+                struck = true;
+                fault(app->pid());
+            }
+        });
+        ASSERT_TRUE(harness->takeShotsAndWait(120s));
+        EXPECT_TRUE(struck);
+        EXPECT_TRUE(view.progress.statusMessage().starts_with("Capture failed: "))
+            << view.progress.statusMessage();
+        EXPECT_EQ(std::count_if(fs::recursive_directory_iterator(folder), {},
+                                [](const fs::directory_entry& e) { return e.is_regular_file(); }),
+                  0);
+        EXPECT_FALSE(view.isWorking);
+        // The colour scheme lives on the session bus, which outlives the display.
+        EXPECT_EQ(harness->env().appearance->readDarkMode()->standardOutput,
+                  darkBefore->standardOutput);
+    };
+    {
+        SCOPED_TRACE("the target closes");
+        runWithFaultInCountdown([](pid_t gedit) { kill(gedit, SIGKILL); });
+    }
+    SCOPED_TRACE("the display goes away");
+    runWithFaultInCountdown([this](pid_t) {
+        ASSERT_GT(session().displayServerPid(), 0);
+        kill(session().displayServerPid(), SIGKILL);
+    });
 }
 
 }  // namespace
