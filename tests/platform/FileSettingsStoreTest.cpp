@@ -181,18 +181,6 @@ TEST_F(FileSettingsStoreTest, ALinkedFileIsWrittenThroughAndEachUnreadableOneIsK
     EXPECT_EQ(FileSettingsStore(target.string()).allKeys().size(), 2u);
 }
 
-TEST_F(FileSettingsStoreTest, KeysOfTheWrongTypeFallBackOneByOne) {
-    fs::create_directories(file.parent_path());
-    std::ofstream(file) << R"({"captureScope": "all", "countdownSeconds": "ten",
-                               "captureDark": false, "windowShadow": "yes"})";
-    FileSettingsStore store(file.string());
-    EXPECT_FALSE(store.fileIsUnreadable());
-    EXPECT_EQ(Preferences::captureScope(store), CaptureScope::allWindows);
-    EXPECT_EQ(Preferences::countdownSeconds(store), 3);
-    EXPECT_FALSE(Preferences::captureDark(store));
-    EXPECT_TRUE(Preferences::windowShadow(store));
-}
-
 TEST_F(FileSettingsStoreTest, AFailedWriteIsReportedAndChangesNothing) {
     folder.file("blocker", "not a folder");
     FileSettingsStore store((folder.path() / "blocker/settings.json").string());
