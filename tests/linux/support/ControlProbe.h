@@ -1,7 +1,7 @@
 #pragma once
-// Test helpers that look at the headless session's display from outside the product's window
-// lists: the managed windows with their titles, and the screen's own pixels; and the measures
-// tests take of pictures.
+// Test helpers that look at the headless session's display: the managed windows with their
+// titles (read apart from the product's window lists), a process's first window, the active
+// window's process, atoms, the screen's own pixels; and the measures tests take of pictures.
 
 #include <cstdint>
 #include <string>
