@@ -27,6 +27,7 @@ class DialogBackend;
 struct Environment {
     Clock* clock = nullptr;                        // waits, timers, the UI thread's queue
     WorkerPool* workers = nullptr;                 // blocking work off the UI thread
+    WorkerPool* pictureWorkers = nullptr;          // a run's composing and encoding, else workers
     ScreenBackend* screens = nullptr;              // main screen frame, visible frame, scale
     ImageCodec* images = nullptr;                  // picture files in, PNG out
     WindowListBackend* windowList = nullptr;       // the window server's list of windows

@@ -126,39 +126,30 @@ Task<std::optional<std::vector<std::string>>> LiveRunServices::readMenuTitles(
     co_return MenuTitles::fromMenuBars(bars);
 }
 
+ShotEncoder LiveRunServices::shotEncoder(const ContentView& view) {
+    return [compose = view.savedShotComposer(), codec = env_.images](CapturedShot shot) {
+        return encodeShot(std::move(shot), compose, *codec);
+    };
+}
+
 Expected<void, OutputError> LiveRunServices::saveAll(const ContentView& view,
-                                                     const std::vector<CapturedShot>& shots,
+                                                     const std::vector<EncodedShot>& shots,
                                                      const std::string& runRoot,
-                                                     const std::string& stamp,
+                                                     const std::string& /*stamp*/,
                                                      const std::string& variantPrefix) {
-    if (view.store != Store::flathub) {
-        const Size canvas = view.canvasSize();
-        const ShotComposer compose = [&view, canvas](const CapturedShot& shot) {
-            const PlanEntry entry{saveEntryId(shot), shot.languageCode, shot.languageLabel,
-                                  shot.mode};
-            return view.renderTile(entry, &shot, canvas);
-        };
-        return zd::saveAll(shots, runRoot, stamp, variantPrefix, compose, *env_.images);
-    }
+    if (view.store != Store::flathub)
+        return writeEncoded(shots, runRoot, variantPrefix);
 
     // Flathub: each picture is as large as its window, and screenshots.xml lists them all.
-    std::vector<Size> sizes;  // of the composed pictures, in the shots' order
-    const ShotComposer compose = [&view, &sizes](const CapturedShot& shot) {
-        const PlanEntry entry{saveEntryId(shot), shot.languageCode, shot.languageLabel, shot.mode};
-        Image picture = view.renderTile(entry, &shot, view.pictureCanvas(shot));
-        sizes.push_back(
-            {static_cast<double>(picture.width()), static_cast<double>(picture.height())});
-        return picture;
-    };
     std::vector<std::filesystem::path> written;
-    auto saved = zd::saveAll(shots, runRoot, stamp, variantPrefix, compose, *env_.images, &written);
+    auto saved = writeEncoded(shots, runRoot, variantPrefix, &written);
     if (!saved)
         return saved;
     std::vector<AppStreamScreenshots::Picture> pictures;
     for (std::size_t i = 0; i < written.size() && i < shots.size(); ++i) {
         pictures.push_back({written[i].lexically_relative(runRoot).generic_string(),
-                            shots[i].languageCode, written[i].stem().string(),
-                            static_cast<int>(sizes[i].width), static_cast<int>(sizes[i].height)});
+                            shots[i].shot.languageCode, written[i].stem().string(), shots[i].width,
+                            shots[i].height});
     }
     const std::string snippet = AppStreamScreenshots::xml(
         pictures, view.screenshotBaseURL.empty() ? AppStreamScreenshots::kPlaceholderBaseURL

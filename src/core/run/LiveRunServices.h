@@ -46,8 +46,9 @@ class LiveRunServices : public RunServices {
     Task<std::vector<std::string>> ocr(Image menuBar, std::string appName) override;
     Task<std::optional<std::vector<std::string>>> readMenuTitles(CaptureTarget target) override;
 
+    ShotEncoder shotEncoder(const ContentView& view) override;
     Expected<void, OutputError> saveAll(const ContentView& view,
-                                        const std::vector<CapturedShot>& shots,
+                                        const std::vector<EncodedShot>& shots,
                                         const std::string& runRoot, const std::string& stamp,
                                         const std::string& variantPrefix) override;
 

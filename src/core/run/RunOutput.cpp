@@ -185,6 +185,51 @@ std::filesystem::path shotFolder(const std::filesystem::path& runRoot,
     return runRoot / component;
 }
 
+namespace {
+
+// Writes one shot's bytes at the first free name of its folder. The path is chosen only once
+// every earlier file is on disk, so numbering sees them all.
+Expected<void, OutputError> writeShot(const CapturedShot& shot,
+                                      const std::optional<std::vector<std::uint8_t>>& png,
+                                      const std::filesystem::path& runRoot,
+                                      const std::string& prefix,
+                                      std::vector<std::filesystem::path>* written) {
+    const std::string mode(rawValue(shot.mode));
+    const std::string stem = prefix.empty() ? mode : prefix + "-" + mode;
+    auto path = uniquePath(shotFolder(runRoot, shot.languageCode), stem, "png");
+    if (!path)
+        return unexpected(path.error());
+    if (!png || png->empty())
+        return unexpected(OutputError::couldNotEncodePNG());
+    auto wrote = Compositor::writeEncodedPNG(*png, *path);
+    if (wrote && written != nullptr)
+        written->push_back(*path);
+    return wrote;
+}
+
+}  // namespace
+
+EncodedShot encodeShot(CapturedShot shot, const ShotComposer& compose, const ImageCodec& codec) {
+    Image picture = compose(shot);
+    shot.image = Image();
+    EncodedShot encoded{std::move(shot), std::nullopt, picture.width(), picture.height()};
+    if (!picture.isNull())
+        encoded.png = codec.encodePNG(picture);
+    return encoded;
+}
+
+Expected<void, OutputError> writeEncoded(const std::vector<EncodedShot>& shots,
+                                         const std::filesystem::path& runRoot,
+                                         const std::string& variantPrefix,
+                                         std::vector<std::filesystem::path>* written) {
+    const std::string prefix = sanitize(trimmedWhitespaceAndNewlines(variantPrefix));
+    for (const EncodedShot& encoded : shots) {
+        if (auto done = writeShot(encoded.shot, encoded.png, runRoot, prefix, written); !done)
+            return done;
+    }
+    return {};
+}
+
 Expected<void, OutputError> saveAll(const std::vector<CapturedShot>& shots,
                                     const std::filesystem::path& runRoot,
                                     const std::string& /*stamp*/, const std::string& variantPrefix,
@@ -194,9 +239,8 @@ Expected<void, OutputError> saveAll(const std::vector<CapturedShot>& shots,
     // Shots are composed one at a time, in order, on the calling thread, and their files are
     // written one at a time, in the same order. Encoding costs more than composing, so up to
     // two pictures are encoded on other threads, one of them while the next is composed (at
-    // most two finished pictures are held at once beside the captures). A file's path
-    // is chosen only once every earlier file is on disk, so numbering sees them all, and the
-    // first failure ends the save before any later file is written.
+    // most two finished pictures are held at once beside the captures). The first failure
+    // ends the save before any later file is written.
     constexpr std::size_t maxEncoding = 2;
     struct Encoding {
         const CapturedShot* shot;
@@ -206,18 +250,7 @@ Expected<void, OutputError> saveAll(const std::vector<CapturedShot>& shots,
     auto writeOldest = [&]() -> Expected<void, OutputError> {
         Encoding next = std::move(encoding.front());
         encoding.pop_front();
-        const std::string mode(rawValue(next.shot->mode));
-        const std::string stem = prefix.empty() ? mode : prefix + "-" + mode;
-        auto path = uniquePath(shotFolder(runRoot, next.shot->languageCode), stem, "png");
-        if (!path)
-            return unexpected(path.error());
-        const auto data = next.bytes.get();
-        if (!data || data->empty())
-            return unexpected(OutputError::couldNotEncodePNG());
-        auto wrote = Compositor::writeEncodedPNG(*data, *path);
-        if (wrote && written != nullptr)
-            written->push_back(*path);
-        return wrote;
+        return writeShot(*next.shot, next.bytes.get(), runRoot, prefix, written);
     };
     for (const CapturedShot& shot : shots) {
         if (encoding.size() == maxEncoding) {

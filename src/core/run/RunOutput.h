@@ -1,10 +1,11 @@
 #pragma once
 // What a run leaves on disk and how it is named: the run folder "{application} — {variant} —
 // {stamp}", a folder per language code, and light.png / dark.png (with a variant prefix when
-// grouping, and " (2)", " (3)" … on a collision). Shots are composed one at a time, at the last
-// moment, while they are saved.
+// grouping, and " (2)", " (3)" … on a collision). A run composes and encodes each shot as it
+// comes (see ShotPipeline) and writes only the encoded bytes at its end.
 
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -79,9 +80,34 @@ std::filesystem::path shotFolder(const std::filesystem::path& runRoot,
 // Composes one shot into its final picture.
 using ShotComposer = std::function<Image(const CapturedShot&)>;
 
-// Composes and writes every shot in order. Stops at the first failure and returns it; files
-// already written stay. `stamp` is part of the call's shape and not used. The paths of the
-// files written, in the shots' order, go to `written` when given.
+// A shot once composed and encoded: the shot without its pixels, its PNG (none when composing
+// or encoding failed) and the composed picture's size in pixels.
+struct EncodedShot {
+    CapturedShot shot;
+    std::optional<std::vector<std::uint8_t>> png;
+    int width = 0;
+    int height = 0;
+};
+
+// Turns one captured shot into its encoded picture. Runs on a worker: it holds everything it
+// reads.
+using ShotEncoder = std::function<EncodedShot(CapturedShot)>;
+
+// Composes `shot`, lets its raw capture go, then encodes the picture.
+EncodedShot encodeShot(CapturedShot shot, const ShotComposer& compose, const ImageCodec& codec);
+
+// Writes encoded shots in order, named as saveAll names them. Stops at the first failure and
+// returns it (a shot without bytes is "Could not encode PNG"); files already written stay. The
+// paths of the files written, in the shots' order, go to `written` when given.
+Expected<void, OutputError> writeEncoded(const std::vector<EncodedShot>& shots,
+                                         const std::filesystem::path& runRoot,
+                                         const std::string& variantPrefix,
+                                         std::vector<std::filesystem::path>* written = nullptr);
+
+// Composes and writes every shot in order, all at once: for a caller that holds every capture.
+// Stops at the first failure and returns it; files already written stay. `stamp` is part of the
+// call's shape and not used. The paths of the files written, in the shots' order, go to `written`
+// when given.
 Expected<void, OutputError> saveAll(const std::vector<CapturedShot>& shots,
                                     const std::filesystem::path& runRoot, const std::string& stamp,
                                     const std::string& variantPrefix, const ShotComposer& compose,

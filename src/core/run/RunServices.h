@@ -28,6 +28,7 @@
 #include "model/Image.h"
 #include "model/Value.h"
 #include "model/WindowSizePreset.h"
+#include "run/RunOutput.h"
 #include "run/Task.h"
 
 namespace zd {
@@ -98,9 +99,13 @@ class RunServices {
     virtual Task<std::optional<std::vector<std::string>>> readMenuTitles(CaptureTarget target) = 0;
 
     // --- Run output
-    // saveAll of the run output, composing every shot through the view's tiles.
+    // What composes a shot through the view's tiles and encodes it, fixed as the view stands
+    // at the call; called on a worker for each shot while the run goes on.
+    virtual ShotEncoder shotEncoder(const ContentView& view) = 0;
+    // Writes the run's encoded shots (writeEncoded of the run output), with what the store
+    // adds beside them.
     virtual Expected<void, OutputError> saveAll(const ContentView& view,
-                                                const std::vector<CapturedShot>& shots,
+                                                const std::vector<EncodedShot>& shots,
                                                 const std::string& runRoot,
                                                 const std::string& stamp,
                                                 const std::string& variantPrefix) = 0;

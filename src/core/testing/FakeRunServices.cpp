@@ -173,15 +173,28 @@ Task<std::optional<std::vector<std::string>>> FakeRunServices::readMenuTitles(
     co_return it->second;
 }
 
+ShotEncoder FakeRunServices::shotEncoder(const ContentView&) {
+    return [this](CapturedShot shot) {
+        const int call = encodeCount++;
+        EncodedShot encoded{std::move(shot), std::nullopt, 4, 2};
+        encoded.shot.image = Image();
+        if (!encodeFailures.contains(call))
+            encoded.png = std::vector<std::uint8_t>{'P', 'N', 'G'};
+        return encoded;
+    };
+}
+
 Expected<void, OutputError> FakeRunServices::saveAll(const ContentView&,
-                                                     const std::vector<CapturedShot>& shots,
+                                                     const std::vector<EncodedShot>& shots,
                                                      const std::string& runRoot, const std::string&,
                                                      const std::string& variantPrefix) {
     note("saveAll " + std::to_string(shots.size()) + " to " + runRoot + " prefix '" +
          variantPrefix + "'");
     if (saveFailure)
         return unexpected(*saveFailure);
-    savedShots = shots;
+    savedShots.clear();
+    for (const EncodedShot& encoded : shots)
+        savedShots.push_back(encoded.shot);
     savedRoot = runRoot;
     savedVariantPrefix = variantPrefix;
     return {};

@@ -46,8 +46,9 @@ class FakeRunServices : public RunServices {
     Task<std::optional<MenuBarOCR::MenuBarCapture>> captureMenuBarImage() override;
     Task<std::vector<std::string>> ocr(Image menuBar, std::string appName) override;
     Task<std::optional<std::vector<std::string>>> readMenuTitles(CaptureTarget target) override;
+    ShotEncoder shotEncoder(const ContentView& view) override;
     Expected<void, OutputError> saveAll(const ContentView& view,
-                                        const std::vector<CapturedShot>& shots,
+                                        const std::vector<EncodedShot>& shots,
                                         const std::string& runRoot, const std::string& stamp,
                                         const std::string& variantPrefix) override;
 
@@ -79,6 +80,8 @@ class FakeRunServices : public RunServices {
     // What the accessibility interface reads of each process's menus; none for others.
     std::map<std::int32_t, std::vector<std::string>> accessibleMenuTitles;
     std::optional<OutputError> saveFailure;
+    // Shots whose encoding fails, by the order they are encoded in (0 = first).
+    std::set<int> encodeFailures;
     // Called after every logged call with its entry: lets a test act at an exact point.
     std::function<void(const std::string&)> onCall;
 
@@ -88,6 +91,7 @@ class FakeRunServices : public RunServices {
     std::string savedVariantPrefix;
     int relaunchCount = 0;
     int captureCount = 0;
+    int encodeCount = 0;  // shots composed and encoded so far (not logged: workers' timing)
 
   private:
     EventLog& log_;

@@ -61,4 +61,26 @@ public:
     int jobs = 0;
 };
 
+// Holds jobs until a test runs them, each followed at once by its `done`.
+class ManualWorkerPool : public WorkerPool {
+public:
+    void run(std::function<void()> job, std::function<void()> done) override {
+        jobs_.emplace_back(std::move(job), std::move(done));
+    }
+    // Runs the oldest job; false when none is queued.
+    bool runNext() {
+        if (jobs_.empty())
+            return false;
+        auto [job, done] = std::move(jobs_.front());
+        jobs_.pop_front();
+        job();
+        done();
+        return true;
+    }
+    std::size_t queued() const { return jobs_.size(); }
+
+private:
+    std::deque<std::pair<std::function<void()>, std::function<void()>>> jobs_;
+};
+
 }  // namespace zd::testing

@@ -37,6 +37,7 @@
 #include "model/SpacesInfo.h"
 #include "model/WindowSizePreset.h"
 #include "run/RunError.h"
+#include "run/RunOutput.h"
 #include "run/RunServices.h"
 #include "run/Task.h"
 #include "store/Store.h"
@@ -201,6 +202,9 @@ class ContentView {
     // An empty image when the environment can't draw.
     Image renderTile(const PlanEntry& entry, const CapturedShot* real, Size canvas) const;
     Image renderFlathubTile(const PlanEntry& entry, const CapturedShot* real, Size canvas) const;
+    // How a saved shot is composed, fixed as the view stands now (the settings are locked while
+    // a run goes on): it holds all it reads, so a worker may call it while the view goes on.
+    ShotComposer savedShotComposer() const;
 
     // --- The live lists: filled at start, then on each activation and every second while idle
     void reloadSpaces();
@@ -290,7 +294,7 @@ class ContentView {
         std::string label);
     void noteIfNotFollowing(CaptureScope scope, const std::optional<CaptureTarget>& target,
                             const std::vector<CapturedShot>& shots);
-    bool saveCollected(const std::vector<CapturedShot>& collected, std::string& runRoot);
+    bool saveCollected(const std::vector<EncodedShot>& collected, std::string& runRoot);
     void failWalk(const RunError& error, int collected);
     void cleanUp(const RunRestore& restore);
     Task<void> revertAndRestore(std::string bundleID, RunRestore restore);

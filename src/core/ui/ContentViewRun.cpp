@@ -10,6 +10,7 @@
 #include "env/DialogBackend.h"
 #include "run/RunOutput.h"
 #include "run/RunTexts.h"
+#include "run/ShotPipeline.h"
 #include "ui/ContentView.h"
 
 namespace zd {
@@ -20,6 +21,12 @@ using std::chrono::milliseconds;
 
 constexpr double kSettleDelaySeconds = 1.2;
 constexpr double kRelaunchTimeoutSeconds = 12.0;
+// Shots still waiting for their picture when a language's captures begin: at most one
+// language's pair. A pair is composed and encoded in well under the relaunch and settle waits
+// of the next language, so a run with relaunches never waits on it; a walk faster than the
+// encoder holds at most two pairs of raw captures (four, about 80 MB at 2880 × 1800) instead of
+// every capture of the run.
+constexpr std::size_t kMaxPendingShots = 2;
 
 std::vector<CapturedShot> withMenuTitles(std::vector<CapturedShot> shots,
                                          const std::optional<std::vector<std::string>>& titles) {
@@ -145,13 +152,17 @@ Task<void> ContentView::runFullCapture() {
     if (target)
         co_await readMenuBar(*target);
 
-    std::vector<CapturedShot> collected;
+    // Every shot is composed and encoded on a worker as soon as it is taken; the run keeps
+    // only the encoded pictures and writes them all at its end.
+    ShotPipeline pipeline(env_.pictureWorkers ? *env_.pictureWorkers : *env_.workers,
+                          services_.shotEncoder(*this));
     auto collect = [&](std::vector<CapturedShot> shots) {
         const int added = static_cast<int>(shots.size());
         for (auto& shot : shots)
-            collected.push_back(std::move(shot));
+            pipeline.add(std::move(shot));
         progress.setShotsCompleted(progress.shotsCompleted() + added);
     };
+    const auto shotsTaken = [&] { return static_cast<int>(pipeline.count()); };
 
     if (!languages.empty() && target && captureScope == CaptureScope::singleWindow) {
         const std::vector<LanguageSelection> walk = languages;  // walked as it stood
@@ -159,7 +170,8 @@ Task<void> ContentView::runFullCapture() {
             const LanguageSelection& language = walk[index];
             const int i = static_cast<int>(index) + 1;
             if (co_await isCancelled()) {
-                failWalk(Cancellation{}, static_cast<int>(collected.size()));
+                failWalk(Cancellation{}, shotsTaken());
+                co_await pipeline.drop();
                 cleanUp(restore);
                 co_return;
             }
@@ -181,12 +193,14 @@ Task<void> ContentView::runFullCapture() {
                     } else {
                         handleCaptureError(relaunched.error());
                     }
+                    co_await pipeline.drop();
                     cleanUp(restore);
                     co_return;
                 }
                 target = std::move(relaunched.value());
                 if (!co_await sleepFor(clock(), milliseconds(600))) {
-                    failWalk(Cancellation{}, static_cast<int>(collected.size()));
+                    failWalk(Cancellation{}, shotsTaken());
+                    co_await pipeline.drop();
                     cleanUp(restore);
                     co_return;
                 }
@@ -195,6 +209,7 @@ Task<void> ContentView::runFullCapture() {
                     co_await raiseAndCountdown(target, "Posing " + language.label);
                     // Stopped after a later countdown: "Stopping…" stays as the last word.
                     if (co_await isCancelled()) {
+                        co_await pipeline.drop();
                         cleanUp(restore);
                         co_return;
                     }
@@ -204,9 +219,11 @@ Task<void> ContentView::runFullCapture() {
             progress.setCaptureStage(RunTexts::capturingLabel(language.label));
             // The menus as the target shows them in this language, for these pictures' bar.
             const auto titles = co_await services_.readMenuTitles(*target);
+            co_await pipeline.roomFor(kMaxPendingShots);
             auto shots = co_await captureCurrentLanguage(target, language.code, language.label);
             if (!shots) {
-                failWalk(shots.error(), static_cast<int>(collected.size()));
+                failWalk(shots.error(), shotsTaken());
+                co_await pipeline.drop();
                 cleanUp(restore);
                 co_return;
             }
@@ -223,14 +240,17 @@ Task<void> ContentView::runFullCapture() {
             titles = co_await services_.readMenuTitles(*target);
         auto shots = co_await captureCurrentLanguage(target, "", label);
         if (!shots) {
-            failWalk(shots.error(), static_cast<int>(collected.size()));
+            failWalk(shots.error(), shotsTaken());
+            co_await pipeline.drop();
             cleanUp(restore);
             co_return;
         }
         collect(withMenuTitles(std::move(shots.value()), titles));
     }
 
-    // Ending well: compose and write everything, then tell where it went.
+    // Ending well: the last pictures finished, everything written, then where it went.
+    co_await pipeline.finished();
+    const std::vector<EncodedShot> collected = pipeline.take();
     std::string runRoot = *saveFolder;
     if (!saveCollected(collected, runRoot)) {
         cleanUp(restore);
@@ -250,7 +270,7 @@ Task<void> ContentView::runFullCapture() {
     cleanUp(restore);
 }
 
-bool ContentView::saveCollected(const std::vector<CapturedShot>& collected, std::string& runRoot) {
+bool ContentView::saveCollected(const std::vector<EncodedShot>& collected, std::string& runRoot) {
     const std::string stamp = stampString(clock().wallNow());
     const std::string folderName =
         runFolderName(applicationWord(menuBar.appName), variantName, stamp);
