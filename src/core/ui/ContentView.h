@@ -222,8 +222,12 @@ class ContentView {
     void takeShots();
     Task<void> runFullCapture();
     Task<void> raiseAndCountdown(std::optional<CaptureTarget> target, std::string prefix);
+    // Each shot is also given to `taken` the moment it is captured, before the others of the
+    // language are.
+    using ShotTaken = std::function<void(const CapturedShot&)>;
     Task<Expected<std::vector<CapturedShot>, RunError>> captureCurrentLanguage(
-        std::optional<CaptureTarget> target, std::string code, std::string label);
+        std::optional<CaptureTarget> target, std::string code, std::string label,
+        ShotTaken taken = {});
     // A clean-up's detached revert of the target's language hasn't ended yet: a face that
     // quits waits for it, so the target isn't left closed between its end and its restart.
     bool revertInProgress() const { return revertsRunning_ > 0; }
@@ -286,12 +290,12 @@ class ContentView {
         const std::optional<CaptureEngine::FullDisplayLayout>& layout);
     Task<Expected<std::vector<CapturedShot>, RunError>> captureBothAppearances(
         CaptureScope scope, std::optional<CaptureTarget> target,
-        std::optional<CaptureEngine::FullDisplayLayout> layout, std::string code,
-        std::string label);
+        std::optional<CaptureEngine::FullDisplayLayout> layout, std::string code, std::string label,
+        ShotTaken taken);
     Task<Expected<std::vector<CapturedShot>, RunError>> captureOneAppearance(
         AppearanceMode mode, CaptureScope scope, std::optional<CaptureTarget> target,
-        std::optional<CaptureEngine::FullDisplayLayout> layout, std::string code,
-        std::string label);
+        std::optional<CaptureEngine::FullDisplayLayout> layout, std::string code, std::string label,
+        ShotTaken taken);
     void noteIfNotFollowing(CaptureScope scope, const std::optional<CaptureTarget>& target,
                             const std::vector<CapturedShot>& shots);
     bool saveCollected(const std::vector<EncodedShot>& collected, std::string& runRoot);

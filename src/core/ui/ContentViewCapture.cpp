@@ -44,7 +44,7 @@ Task<void> ContentView::raiseAndCountdown(std::optional<CaptureTarget> target, s
 }
 
 Task<Expected<Shots, RunError>> ContentView::captureCurrentLanguage(
-    std::optional<CaptureTarget> target, std::string code, std::string label) {
+    std::optional<CaptureTarget> target, std::string code, std::string label, ShotTaken taken) {
     if (target && captureScope == CaptureScope::singleWindow &&
         sizePreset != WindowSizePreset::current) {
         // Ask quietly first; only without the permission show the system's prompt. The
@@ -73,12 +73,13 @@ Task<Expected<Shots, RunError>> ContentView::captureCurrentLanguage(
     const bool wantDark = enabledAppearances.count(AppearanceMode::dark) > 0;
     if (wantLight && wantDark) {
         co_return co_await captureBothAppearances(scope, std::move(target), std::move(layout),
-                                                  std::move(code), std::move(label));
+                                                  std::move(code), std::move(label),
+                                                  std::move(taken));
     }
     // With no appearance enabled at all one dark shot is taken.
     const AppearanceMode mode = wantLight ? AppearanceMode::light : AppearanceMode::dark;
     co_return co_await captureOneAppearance(mode, scope, std::move(target), std::move(layout),
-                                            std::move(code), std::move(label));
+                                            std::move(code), std::move(label), std::move(taken));
 }
 
 Task<Expected<Image, CaptureFailure>> ContentView::captureOne(
@@ -95,7 +96,8 @@ Task<Expected<Image, CaptureFailure>> ContentView::captureOne(
 // cancelled wait, a failed capture) puts the prior appearance back and ends the language.
 Task<Expected<Shots, RunError>> ContentView::captureBothAppearances(
     CaptureScope scope, std::optional<CaptureTarget> target,
-    std::optional<CaptureEngine::FullDisplayLayout> layout, std::string code, std::string label) {
+    std::optional<CaptureEngine::FullDisplayLayout> layout, std::string code, std::string label,
+    ShotTaken taken) {
     progress.setStatusMessage(RunTexts::capturingBothAppearances(label));
     WorkerPool& pool = *env_.workers;
     const std::optional<AppearanceMode> prior =
@@ -123,6 +125,8 @@ Task<Expected<Shots, RunError>> ContentView::captureBothAppearances(
             co_return unexpected(RunError(image.error()));
         }
         shots.push_back(makeShot(code, label, mode, std::move(image.value()), scope));
+        if (taken)
+            taken(shots.back());
     }
     co_await onWorker(pool, restorePrior);
     noteIfNotFollowing(scope, target, shots);
@@ -148,7 +152,8 @@ void ContentView::noteIfNotFollowing(CaptureScope scope, const std::optional<Cap
 // wait are passed over, and the picture is taken in whatever appearance the system has.
 Task<Expected<Shots, RunError>> ContentView::captureOneAppearance(
     AppearanceMode mode, CaptureScope scope, std::optional<CaptureTarget> target,
-    std::optional<CaptureEngine::FullDisplayLayout> layout, std::string code, std::string label) {
+    std::optional<CaptureEngine::FullDisplayLayout> layout, std::string code, std::string label,
+    ShotTaken taken) {
     progress.setStatusMessage(RunTexts::capturingOneAppearance(rawString(mode), label));
     const std::optional<AppearanceMode> prior = services_.currentAppearance();
     (void)services_.setAppearance(mode);
@@ -158,7 +163,10 @@ Task<Expected<Shots, RunError>> ContentView::captureOneAppearance(
         (void)services_.setAppearance(*prior);
     if (!image)
         co_return unexpected(RunError(image.error()));
-    co_return Shots{makeShot(code, label, mode, std::move(image.value()), scope)};
+    Shots shots{makeShot(code, label, mode, std::move(image.value()), scope)};
+    if (taken)
+        taken(shots.back());
+    co_return shots;
 }
 
 }  // namespace zd

@@ -28,13 +28,6 @@ constexpr double kRelaunchTimeoutSeconds = 12.0;
 // every capture of the run.
 constexpr std::size_t kMaxPendingShots = 2;
 
-std::vector<CapturedShot> withMenuTitles(std::vector<CapturedShot> shots,
-                                         const std::optional<std::vector<std::string>>& titles) {
-    for (auto& shot : shots)
-        shot.menuTitles = titles;
-    return shots;
-}
-
 int enabledRowCount(const std::vector<CompositeEntry>& rows) {
     return static_cast<int>(
         std::count_if(rows.begin(), rows.end(), [](const CompositeEntry& r) { return r.enabled; }));
@@ -152,17 +145,22 @@ Task<void> ContentView::runFullCapture() {
     if (target)
         co_await readMenuBar(*target);
 
-    // Every shot is composed and encoded on a worker as soon as it is taken; the run keeps
-    // only the encoded pictures and writes them all at its end.
+    // Every shot is composed and encoded on a worker the moment it is captured, with the menu
+    // titles of its language; the run keeps only the encoded pictures and writes them all at
+    // its end. A language counts as collected once all its shots are taken.
     ShotPipeline pipeline(env_.pictureWorkers ? *env_.pictureWorkers : *env_.workers,
                           services_.shotEncoder(*this));
-    auto collect = [&](std::vector<CapturedShot> shots) {
-        const int added = static_cast<int>(shots.size());
-        for (auto& shot : shots)
-            pipeline.add(std::move(shot));
-        progress.setShotsCompleted(progress.shotsCompleted() + added);
+    std::optional<std::vector<std::string>> titles;
+    const ShotTaken handOver = [&pipeline, &titles](const CapturedShot& shot) {
+        CapturedShot taken = shot;
+        taken.menuTitles = titles;
+        pipeline.add(std::move(taken));
     };
-    const auto shotsTaken = [&] { return static_cast<int>(pipeline.count()); };
+    int collected = 0;
+    auto collect = [&](const std::vector<CapturedShot>& shots) {
+        collected += static_cast<int>(shots.size());
+        progress.setShotsCompleted(progress.shotsCompleted() + static_cast<int>(shots.size()));
+    };
 
     if (!languages.empty() && target && captureScope == CaptureScope::singleWindow) {
         const std::vector<LanguageSelection> walk = languages;  // walked as it stood
@@ -170,7 +168,7 @@ Task<void> ContentView::runFullCapture() {
             const LanguageSelection& language = walk[index];
             const int i = static_cast<int>(index) + 1;
             if (co_await isCancelled()) {
-                failWalk(Cancellation{}, shotsTaken());
+                failWalk(Cancellation{}, collected);
                 co_await pipeline.drop();
                 cleanUp(restore);
                 co_return;
@@ -199,7 +197,7 @@ Task<void> ContentView::runFullCapture() {
                 }
                 target = std::move(relaunched.value());
                 if (!co_await sleepFor(clock(), milliseconds(600))) {
-                    failWalk(Cancellation{}, shotsTaken());
+                    failWalk(Cancellation{}, collected);
                     co_await pipeline.drop();
                     cleanUp(restore);
                     co_return;
@@ -218,16 +216,17 @@ Task<void> ContentView::runFullCapture() {
 
             progress.setCaptureStage(RunTexts::capturingLabel(language.label));
             // The menus as the target shows them in this language, for these pictures' bar.
-            const auto titles = co_await services_.readMenuTitles(*target);
+            titles = co_await services_.readMenuTitles(*target);
             co_await pipeline.roomFor(kMaxPendingShots);
-            auto shots = co_await captureCurrentLanguage(target, language.code, language.label);
+            auto shots =
+                co_await captureCurrentLanguage(target, language.code, language.label, handOver);
             if (!shots) {
-                failWalk(shots.error(), shotsTaken());
+                failWalk(shots.error(), collected);
                 co_await pipeline.drop();
                 cleanUp(restore);
                 co_return;
             }
-            collect(withMenuTitles(std::move(shots.value()), titles));
+            collect(shots.value());
             currentCode = language.code;
         }
     } else {
@@ -235,28 +234,27 @@ Task<void> ContentView::runFullCapture() {
                                       ? RunTexts::windowCount(enabledRowCount(compositeWindows))
                                       : std::string("Current");
         progress.setCaptureStage(RunTexts::capturingLabel(label));
-        std::optional<std::vector<std::string>> titles;
         if (target && captureScope == CaptureScope::singleWindow)
             titles = co_await services_.readMenuTitles(*target);
-        auto shots = co_await captureCurrentLanguage(target, "", label);
+        auto shots = co_await captureCurrentLanguage(target, "", label, handOver);
         if (!shots) {
-            failWalk(shots.error(), shotsTaken());
+            failWalk(shots.error(), collected);
             co_await pipeline.drop();
             cleanUp(restore);
             co_return;
         }
-        collect(withMenuTitles(std::move(shots.value()), titles));
+        collect(shots.value());
     }
 
     // Ending well: the last pictures finished, everything written, then where it went.
     co_await pipeline.finished();
-    const std::vector<EncodedShot> collected = pipeline.take();
+    const std::vector<EncodedShot> encoded = pipeline.take();
     std::string runRoot = *saveFolder;
-    if (!saveCollected(collected, runRoot)) {
+    if (!saveCollected(encoded, runRoot)) {
         cleanUp(restore);
         co_return;
     }
-    progress.setStatusMessage(RunTexts::savedWithNotFollowing(static_cast<int>(collected.size()),
+    progress.setStatusMessage(RunTexts::savedWithNotFollowing(static_cast<int>(encoded.size()),
                                                               runRoot, notFollowingDark));
     if (captureScope == CaptureScope::allWindows)
         showAllWindowsCaptureSummary();
