@@ -64,3 +64,9 @@ print("== run32: 16 languages x Light and Dark through saveAll, plus 32 preview 
 w, c, out = timed([a.bench, "run32", a.inputs, f"{a.out}/run32"])
 print(out.rstrip())
 print(f"  whole process wall {w:.2f} s, cpu {c:.2f} s")
+
+print("== end of a run: 32 captures of 2880x1800 held until the end, then pipelined (a process each)")
+pipeline_bench = os.path.join(os.path.dirname(a.bench), "zd_bench_pipeline")
+for mode in ("hold", "pipelined"):
+    _, _, out = timed([pipeline_bench, a.inputs, f"{a.out}/pipeline-{mode}", mode])
+    print("  " + out.strip())
