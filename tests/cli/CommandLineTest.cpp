@@ -37,14 +37,20 @@ struct Message {
     std::vector<std::string> arguments;
     int exitCode;
     std::string said;
+    bool absent = false;  // `said` must not be there
 };
 
 // What goes wrong is named in words of its own, with the path it concerns, before any display
-// is started.
+// is started; flags are checked as a run checks them, for every command alike.
 TEST(CommandLine, ProblemsAreNamedClearly) {
     test::CliRunner cli;
     const std::string home = cli.home.path().string();
     const std::string notAPicture = cli.home.file("config.txt", "not a picture");
+    const std::string huge = cli.home.file(
+        "huge.json", "{\"outputSize\": \"Custom\u2026\", \"customCanvasHeight\": 99999999999}");
+    const std::string alpha = cli.home.file(
+        "alpha.json",
+        "{\"outputSize\": \"Custom\u2026\", \"lightBackgroundKind\": \"transparent\"}");
     const std::vector<Message> cases{
         {{}, 2, "A subcommand is required"},
         {{"--colour"}, 2, "A subcommand is required"},
@@ -59,11 +65,27 @@ TEST(CommandLine, ProblemsAreNamedClearly) {
          0,
          "can't be read as a picture"},
         {{"plan", "--languages", "x\x1b[2J"}, 0, "x\\x1b[2J-light"},
+        {{"plan", "--languages", ""}, 0, "2 shots planned"},
+        {{"plan", "--languages", "de", "none"}, 2, "contradicts"},
+        {{"plan", "--canvas", "300x0"}, 0, "canvas 300 \u00d7 1\n"},
+        {{"plan", "--canvas", "40000x100"}, 2, "at most 32767 pixels a side"},
+        {{"--settings-file", huge, "plan"}, 2, "1920\u00d72147483647 is larger than can be drawn"},
+        {{"--settings-file", alpha, "plan", "--appearances", "light"},
+         0,
+         "\nThe Mac App Store won't accept these pictures: the Light background is transparent "
+         "and it refuses alpha; the canvas 1920 \u00d7 1200 isn't"},
+        {{"--settings-file", alpha, "plan", "--store", "flathub"}, 0, "Mac App Store", true},
+        {{"preview", "--out", home + "/r", "--canvas", "wide"}, 2, "neither WIDTHxHEIGHT"},
+        {{"preview", "--out", home + "/r", "--background", "color", "--background-image",
+          notAPicture},
+         2,
+         "contradicts"},
+        {{"preview", "--out", home + "/r", "--background-color", "red"}, 2, "not a colour"},
     };
     for (const auto& c : cases) {
         auto result = cli.run(c.arguments);
         EXPECT_EQ(result.exitCode, c.exitCode) << c.said << ": " << result.err;
-        EXPECT_NE((result.err + result.out).find(c.said), std::string::npos)
+        EXPECT_EQ((result.err + result.out).find(c.said) == std::string::npos, c.absent)
             << c.said << ": " << result.err << result.out;
         EXPECT_EQ(result.out.find('\x1b'), std::string::npos) << c.said;
         EXPECT_EQ(result.err.find("display"), std::string::npos)
