@@ -9,17 +9,8 @@
 namespace zd {
 namespace {
 
-using test::CliResult;
-
-class SettingsCommand : public testing::Test {
-  protected:
+struct SettingsCommand : testing::Test {
     test::CliRunner cli;
-
-    void expectUsageError(const CliResult& result, const std::string& message) {
-        EXPECT_EQ(result.exitCode, 2);
-        EXPECT_EQ(result.out, "");
-        EXPECT_NE(result.err.find(message), std::string::npos) << result.err;
-    }
 };
 
 TEST_F(SettingsCommand, StoresTypedValuesThatTheNextProcessShows) {
@@ -77,58 +68,34 @@ TEST_F(SettingsCommand, ResetRemovesKeysSoTheyFallBack) {
     EXPECT_TRUE(store.allKeys().empty());
 }
 
-struct BadArguments {
-    const char* name;
-    std::vector<std::string> arguments;
-    std::string message;
-};
-
-// Test listings show the case's name, not its bytes.
-void PrintTo(const BadArguments& bad, std::ostream* out) {
-    *out << bad.name;
-}
-
-class SettingsUsage : public SettingsCommand, public testing::WithParamInterface<BadArguments> {};
-
-TEST_P(SettingsUsage, IsAUsageErrorAndStoresNothing) {
-    auto picture = cli.home.file("some-picture.jpg");
-    auto arguments = GetParam().arguments;
-    for (auto& word : arguments) {
-        if (word == "{picture}")
-            word = picture;
+TEST_F(SettingsCommand, BadArgumentsAreUsageErrorsThatStoreNothing) {
+    const std::string picture = cli.home.file("some-picture.jpg");
+    const std::vector<std::pair<std::vector<std::string>, std::string>> cases{
+        {{"set", "captureMode", "all"}, "unknown key \"captureMode\""},
+        {{"set", "captureScope", "All"}, "expected one of \"single\""},
+        {{"set", "outputSize", "Custom"}, "is no value for outputSize"},
+        {{"set", "countdownSeconds", "ten"}, "expected a whole number"},
+        {{"set", "customCanvasWidth", "99999999999"}, "a whole number"},
+        {{"set", "countdownSeconds", "1000000000"}, "from 0 to 3600 seconds"},
+        {{"set", "windowShadow", "maybe"}, "true or false"},
+        {{"set", "captureScope", "all", "single"}, "takes one value"},
+        {{"set", "captureScope"}, "takes one value"},
+        {{"set", "saveFolderURL", "/no/such/folder"}, "no such folder"},
+        {{"set", "saveFolderURL", picture}, "is no folder"},
+        {{"set", "lightBackgroundURL", "/tmp"}, "not a picture file"},
+        {{"reset"}, "name the keys to reset"},
+        {{"reset", "colour"}, "unknown key \"colour\""},
+        {{"erase"}, "erase"},
+    };
+    for (auto [arguments, message] : cases) {
+        arguments.insert(arguments.begin(), "settings");
+        const auto result = cli.run(arguments);
+        EXPECT_EQ(result.exitCode, 2) << message;
+        EXPECT_EQ(result.out, "");
+        EXPECT_NE(result.err.find(message), std::string::npos) << result.err;
+        EXPECT_FALSE(std::filesystem::exists(cli.settingsPath())) << message;
     }
-    arguments.insert(arguments.begin(), "settings");
-    expectUsageError(cli.run(arguments), GetParam().message);
-    EXPECT_FALSE(std::filesystem::exists(cli.settingsPath()));
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    SettingsCommand, SettingsUsage,
-    testing::Values(
-        BadArguments{"UnknownKey", {"set", "captureMode", "all"}, "unknown key \"captureMode\""},
-        BadArguments{
-            "CapitalisedChoice", {"set", "captureScope", "All"}, "expected one of \"single\""},
-        BadArguments{
-            "CustomWithoutEllipsis", {"set", "outputSize", "Custom"}, "is no value for outputSize"},
-        BadArguments{
-            "TextForNumber", {"set", "countdownSeconds", "ten"}, "expected a whole number"},
-        BadArguments{
-            "NumberBeyondRange", {"set", "customCanvasWidth", "99999999999"}, "a whole number"},
-        BadArguments{"CountdownBeyondItsFlag",
-                     {"set", "countdownSeconds", "1000000000"},
-                     "from 0 to 3600 seconds"},
-        BadArguments{"WordForBoolean", {"set", "windowShadow", "maybe"}, "true or false"},
-        BadArguments{"TwoValues", {"set", "captureScope", "all", "single"}, "takes one value"},
-        BadArguments{"NoValue", {"set", "captureScope"}, "takes one value"},
-        BadArguments{
-            "MissingFolder", {"set", "saveFolderURL", "/no/such/folder"}, "no such folder"},
-        BadArguments{"FileAsFolder", {"set", "saveFolderURL", "{picture}"}, "is no folder"},
-        BadArguments{
-            "FolderAsPicture", {"set", "lightBackgroundURL", "/tmp"}, "not a picture file"},
-        BadArguments{"ResetNothing", {"reset"}, "name the keys to reset"},
-        BadArguments{"ResetUnknown", {"reset", "colour"}, "unknown key \"colour\""},
-        BadArguments{"UnknownSubcommand", {"erase"}, "erase"}),
-    [](const auto& caseInfo) { return std::string(caseInfo.param.name); });
 
 TEST_F(SettingsCommand, UnreadableFileIsReportedFallsBackAndIsKeptOnTheNextWrite) {
     cli.home.file("config/zephyrdock/settings.json", "{\"captureScope\": \"all\", \"coun");
@@ -139,12 +106,9 @@ TEST_F(SettingsCommand, UnreadableFileIsReportedFallsBackAndIsKeptOnTheNextWrite
 
     auto set = cli.run({"settings", "set", "countdownSeconds", "4"});
     EXPECT_EQ(set.exitCode, 0);
+    // What is kept, and how, is the file store's (FileSettingsStoreTest); here, what is said.
     EXPECT_NE(set.err.find("kept as " + cli.settingsPath() + ".corrupt\n"), std::string::npos)
         << set.err;
-    EXPECT_EQ(test::CliRunner::read(cli.settingsPath() + ".corrupt"),
-              "{\"captureScope\": \"all\", \"coun");
-    EXPECT_EQ(FileSettingsStore(cli.settingsPath()).allKeys(),
-              std::vector<std::string>{"countdownSeconds"});
 }
 
 TEST_F(SettingsCommand, WithoutAHomeFolderItFailsWithAMessage) {
