@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <functional>
+#include <map>
 #include <sstream>
 #include <string>
 #include <thread>
@@ -78,6 +79,15 @@ inline std::string colorScheme(const std::vector<std::string>& environment) {
                     environment);
 }
 
+// The words of `line`, split at its spaces: arguments that hold none, written as typed.
+inline std::vector<std::string> words(const std::string& line) {
+    std::vector<std::string> found;
+    std::istringstream in(line);
+    for (std::string word; in >> word;)
+        found.push_back(word);
+    return found;
+}
+
 // Polls `ready` every 50 ms until it holds or `limit` passed.
 inline bool waitFor(const std::function<bool()>& ready, std::chrono::milliseconds limit) {
     for (const auto end = std::chrono::steady_clock::now() + limit;
@@ -87,6 +97,44 @@ inline bool waitFor(const std::function<bool()>& ready, std::chrono::millisecond
             return true;
     }
     return ready();
+}
+
+// Whether `pid` runs (exists and hasn't ended).
+inline bool running(pid_t pid) {
+    const std::string stat = Started::read("/proc/" + std::to_string(pid) + "/stat");
+    return !stat.empty() && stat.substr(stat.rfind(')') + 2, 1) != "Z";
+}
+
+// Every running process below `root` (sessions start their own groups, not their own trees),
+// with its command line.
+inline std::map<pid_t, std::string> descendantsOf(pid_t root) {
+    std::multimap<pid_t, pid_t> children;
+    for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
+        const std::string name = entry.path().filename().string();
+        const std::string stat = Started::read((entry.path() / "stat").string());
+        const auto close = stat.rfind(')');
+        if (name.find_first_not_of("0123456789") == std::string::npos &&
+            close != std::string::npos && stat.substr(close + 2, 1) != "Z")
+            children.emplace(std::stoi(stat.substr(close + 4)), std::stoi(name));
+    }
+    std::map<pid_t, std::string> found;
+    for (std::vector<pid_t> open{root}; !open.empty();) {
+        const pid_t next = open.back();
+        open.pop_back();
+        for (auto [it, end] = children.equal_range(next); it != end; ++it) {
+            found[it->second] = Started::read("/proc/" + std::to_string(it->second) + "/cmdline");
+            open.push_back(it->second);
+        }
+    }
+    return found;
+}
+
+// The display server among `processes`, or 0.
+inline pid_t displayAmong(const std::map<pid_t, std::string>& processes) {
+    for (const auto& [pid, command] : processes)
+        if (command.rfind("Xvfb", 0) == 0)
+            return pid;
+    return 0;
 }
 
 class CliRunner {

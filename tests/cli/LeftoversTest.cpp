@@ -10,8 +10,6 @@
 
 #include <chrono>
 #include <fstream>
-#include <map>
-#include <thread>
 
 #include "CliRunner.h"
 #include "linux/HeadlessSession.h"
@@ -26,42 +24,9 @@ namespace fs = std::filesystem;
 using test::start;
 using test::waitFor;
 
-// Running (not ended) processes below `root`, each with its command line.
-std::map<pid_t, std::string> descendantsOf(pid_t root) {
-    std::multimap<pid_t, pid_t> children;
-    std::map<pid_t, std::string> commands;
-    for (const auto& entry : fs::directory_iterator("/proc")) {
-        const std::string name = entry.path().filename().string();
-        const std::string stat = test::CliRunner::read((entry.path() / "stat").string());
-        const auto close = stat.rfind(')');
-        if (name.find_first_not_of("0123456789") != std::string::npos ||
-            close == std::string::npos || stat.substr(close + 2, 1) == "Z") {
-            continue;
-        }
-        const pid_t pid = std::stoi(name);
-        children.emplace(std::stoi(stat.substr(close + 4)), pid);
-        commands[pid] = test::CliRunner::read((entry.path() / "cmdline").string());
-    }
-    std::map<pid_t, std::string> found;
-    for (std::vector<pid_t> open{root}; !open.empty();) {
-        const pid_t next = open.back();
-        open.pop_back();
-        for (auto [it, end] = children.equal_range(next); it != end; ++it) {
-            found[it->second] = commands[it->second];
-            open.push_back(it->second);
-        }
-    }
-    return found;
-}
-
-bool running(pid_t pid) {
-    const std::string stat = test::CliRunner::read("/proc/" + std::to_string(pid) + "/stat");
-    return !stat.empty() && stat.substr(stat.rfind(')') + 2, 1) != "Z";
-}
-
 int runningOf(const std::map<pid_t, std::string>& processes) {
     return static_cast<int>(std::count_if(processes.begin(), processes.end(),
-                                          [](const auto& p) { return running(p.first); }));
+                                          [](const auto& p) { return test::running(p.first); }));
 }
 
 TEST(Leftovers, EveryWayARunWaitingForALaunchedWindowEndsLeavesNothingRunning) {
@@ -77,11 +42,9 @@ TEST(Leftovers, EveryWayARunWaitingForALaunchedWindowEndsLeavesNothingRunning) {
             waitFor([&] { return run.err().find("Waiting for") != std::string::npos; }, 60s))
             << run.err();
         // The display, its buses, settings and window manager, and sleep.
-        const auto left = descendantsOf(run.pid);
+        const auto left = test::descendantsOf(run.pid);
         ASSERT_GE(left.size(), 5u);
-        pid_t display = 0;
-        for (const auto& [pid, command] : left)
-            display = command.rfind("Xvfb", 0) == 0 ? pid : display;
+        const pid_t display = test::displayAmong(left);
 
         const auto before = std::chrono::steady_clock::now();
         kill(end == End::displayDies ? display : run.pid, end == End::ctrlC ? SIGINT : SIGKILL);
@@ -106,24 +69,6 @@ TEST(Leftovers, EveryWayARunWaitingForALaunchedWindowEndsLeavesNothingRunning) {
         EXPECT_TRUE(waitFor([&] { return runningOf(left) == 0; }, 5s));
         EXPECT_TRUE(fs::is_empty(records));
     }
-}
-
-TEST(Leftovers, ARunWhoseDisplayDiesSaysSoInItsOwnWords) {
-    test::CliRunner cli;
-    auto run = start({test::CliRunner::executable(), "--settings-file", cli.settingsPath(), "shoot",
-                      "--headless", "--launch", "gedit", "--languages", "none", "--appearances",
-                      "light", "--countdown", "3", "--save-folder", cli.home.path().string()},
-                     cli.inherited(), (cli.home.path() / "err").string());
-    ASSERT_TRUE(waitFor([&] { return run.err().find("  [3]") != std::string::npos; }, 60s))
-        << run.err();
-    for (const auto& [pid, command] : descendantsOf(run.pid)) {
-        if (command.rfind("Xvfb", 0) == 0)
-            kill(pid, SIGKILL);
-    }
-    EXPECT_EQ(run.wait(), 1);
-    EXPECT_NE(run.err().find("Capture failed: the display stopped answering during the run."),
-              std::string::npos)
-        << run.err();
 }
 
 // A private desktop that stands for the user's own.

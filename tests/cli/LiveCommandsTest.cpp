@@ -135,9 +135,8 @@ TEST_F(LiveCommands, BadInputGetsOneClearLineAndANonZeroExit) {
         {{"--target", "gedit", "--launch", "gedit", "--save-folder", home}, 2, "excludes"},
     };
     for (const auto& bad : cases) {
-        std::vector<std::string> arguments{"shoot",         "--languages", "none",
-                                           "--appearances", "light",       "--canvas",
-                                           "320x200",       "--countdown", "0"};
+        auto arguments = test::words(
+            "shoot --languages none --appearances light --canvas 320x200 --countdown 0");
         arguments.insert(arguments.end(), bad.arguments.begin(), bad.arguments.end());
         auto result = run(arguments);
         EXPECT_EQ(result.exitCode, bad.exitCode) << bad.message << ": " << result.err;
@@ -165,15 +164,11 @@ TEST_F(LiveCommands, LaunchedWindowsRunsGroupAcrossRunsAndTheFolderIsShown) {
                                 : variable);
     const auto folder = cli.home.path() / "Grouped";
     auto shoot = [&](std::vector<std::string> more) {
-        std::vector<std::string> arguments{"--settings-file", cli.settingsPath(),
-                                           "shoot",           "--headless",
-                                           "--launch",        "gedit",
-                                           "--scope",         "all",
-                                           "--appearances",   "dark",
-                                           "--canvas",        "320x200",
-                                           "--countdown",     "0",
-                                           "--save-folder",   folder.string(),
-                                           "--variant",       "V"};
+        auto arguments = test::words(
+            "shoot --headless --launch gedit --scope all --appearances "
+            "dark --canvas 320x200 --countdown 0 --variant V");
+        arguments.insert(arguments.begin(), {"--settings-file", cli.settingsPath()});
+        arguments.insert(arguments.end(), {"--save-folder", folder.string()});
         arguments.insert(arguments.end(), more.begin(), more.end());
         return cli.run(arguments, variables);
     };

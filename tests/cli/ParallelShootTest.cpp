@@ -6,9 +6,7 @@
 
 #include <QImage>
 #include <chrono>
-#include <map>
 #include <regex>
-#include <thread>
 
 #include "CliRunner.h"
 
@@ -18,70 +16,18 @@ namespace {
 using namespace std::chrono_literals;
 namespace fs = std::filesystem;
 
-bool waitFor(const std::function<bool()>& ready, std::chrono::seconds limit) {
-    for (const auto end = std::chrono::steady_clock::now() + limit;
-         std::chrono::steady_clock::now() < end; std::this_thread::sleep_for(100ms)) {
-        if (ready())
-            return true;
-    }
-    return ready();
-}
-
-std::string statOf(pid_t pid) {
-    return test::CliRunner::read("/proc/" + std::to_string(pid) + "/stat");
-}
-
-bool running(pid_t pid) {
-    const std::string stat = statOf(pid);
-    return !stat.empty() && stat.substr(stat.rfind(')') + 2, 1) != "Z";
-}
-
-// Every process below `root` (sessions start their own groups, not their own trees), with its
-// command line.
-std::map<pid_t, std::string> descendantsOf(pid_t root) {
-    std::multimap<pid_t, pid_t> children;
-    for (const auto& entry : fs::directory_iterator("/proc")) {
-        const std::string name = entry.path().filename().string();
-        if (name.find_first_not_of("0123456789") != std::string::npos)
-            continue;
-        const std::string stat = statOf(std::stoi(name));
-        if (const auto close = stat.rfind(')'); close != std::string::npos)
-            children.emplace(std::stoi(stat.substr(close + 4)), std::stoi(name));
-    }
-    std::map<pid_t, std::string> found;
-    for (std::vector<pid_t> open{root}; !open.empty();) {
-        const pid_t next = open.back();
-        open.pop_back();
-        for (auto [it, end] = children.equal_range(next); it != end; ++it) {
-            found[it->second] =
-                test::CliRunner::read("/proc/" + std::to_string(it->second) + "/cmdline");
-            open.push_back(it->second);
-        }
-    }
-    return found;
-}
+using test::waitFor;
 
 struct ParallelShoot : ::testing::Test {
     std::vector<std::string> shoot(const fs::path& saveFolder, int sessions,
                                    const std::string& countdown) const {
-        return {"--settings-file",
-                cli.settingsPath(),
-                "shoot",
-                "--headless",
-                "--parallel",
-                std::to_string(sessions),
-                "--launch",
-                "gedit",
-                "--languages",
-                "de",
-                "fr",
-                "ja",
-                "--countdown",
-                countdown,
-                "--canvas",
-                "720x450",
-                "--save-folder",
-                saveFolder.string()};
+        auto arguments = test::words(
+            "shoot --headless --launch gedit --languages de fr ja "
+            "--canvas 720x450 --parallel " +
+            std::to_string(sessions) + " --countdown " + countdown);
+        arguments.insert(arguments.begin(), {"--settings-file", cli.settingsPath()});
+        arguments.insert(arguments.end(), {"--save-folder", saveFolder.string()});
+        return arguments;
     }
     // The PNG files of the only run folder under `saveFolder`, relative to it.
     static std::vector<fs::path> pictures(const fs::path& saveFolder, fs::path& runRoot) {
@@ -140,22 +86,12 @@ TEST_F(ParallelShoot, AStopOrAFailingSessionWritesNothingAndLeavesNoProcess) {
     enum class End { stop, sessionFails };
     for (const End end : {End::stop, End::sessionFails}) {
         const fs::path saveFolder = cli.home.path() / (end == End::stop ? "stop" : "fail");
-        const auto errPath = (cli.home.path() / "err").string();
         std::vector<std::string> words{test::CliRunner::executable()};
         for (const auto& word : shoot(saveFolder, 2, "3"))
             words.push_back(word);
-        std::vector<char*> argv = x11::spawnArray(words);
-        std::vector<std::string> variables = cli.inherited();
-        std::vector<char*> envp = x11::spawnArray(variables);
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
-        posix_spawn_file_actions_addopen(&actions, 2, errPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
-                                         0600);
-        pid_t run = 0;
-        ASSERT_EQ(posix_spawn(&run, argv[0], &actions, nullptr, argv.data(), envp.data()), 0);
-        posix_spawn_file_actions_destroy(&actions);
-        auto err = [&] { return test::CliRunner::read(errPath); };
+        const auto run = test::start(words, cli.inherited(), (cli.home.path() / "err").string());
+        ASSERT_GT(run.pid, 0);
+        auto err = [&] { return run.err(); };
 
         // Both sessions count down to their first language's pictures.
         ASSERT_TRUE(waitFor(
@@ -166,20 +102,10 @@ TEST_F(ParallelShoot, AStopOrAFailingSessionWritesNothingAndLeavesNoProcess) {
             },
             120s))
             << err();
-        const auto left = descendantsOf(run);
-        if (end == End::stop) {
-            kill(run, SIGINT);
-        } else {
-            for (const auto& [pid, command] : left) {
-                if (command.rfind("Xvfb", 0) == 0) {
-                    kill(pid, SIGKILL);  // one session's display dies
-                    break;
-                }
-            }
-        }
-        int status = 0;
-        waitpid(run, &status, 0);
-        EXPECT_EQ(WEXITSTATUS(status), end == End::stop ? 130 : 1) << err();
+        const auto left = test::descendantsOf(run.pid);
+        kill(end == End::stop ? run.pid : test::displayAmong(left),
+             end == End::stop ? SIGINT : SIGKILL);  // or one session's display dies
+        EXPECT_EQ(run.wait(), end == End::stop ? 130 : 1) << err();
         EXPECT_TRUE(std::regex_search(
             err(),
             std::regex(end == End::stop ? "\nStopped \u2014 [0-9]+ shots? captured but not saved.\n"
@@ -190,7 +116,7 @@ TEST_F(ParallelShoot, AStopOrAFailingSessionWritesNothingAndLeavesNoProcess) {
         EXPECT_TRUE(waitFor(
             [&] {
                 return std::none_of(left.begin(), left.end(),
-                                    [](const auto& p) { return running(p.first); });
+                                    [](const auto& p) { return test::running(p.first); });
             },
             10s))
             << "left running after " << (end == End::stop ? "the stop" : "the failure");
