@@ -72,10 +72,5 @@ INSTANTIATE_TEST_SUITE_P(FiltersLevelsThreads, PngWriterRoundTrip,
                                            std::tuple{PngWriter::Filter::sub, 2, 2},
                                            std::tuple{PngWriter::Filter::paeth, 9, 3}));
 
-TEST(PngWriter, NullImageGivesNothing) {
-    EXPECT_FALSE(PngWriter::encode(Image()).has_value());
-    EXPECT_FALSE(PngWriter::encode(Image(0, 5)).has_value());
-}
-
 }  // namespace
 }  // namespace zd
