@@ -9,12 +9,9 @@
 namespace zd {
 namespace {
 
-TEST(ResourceBundleLocations, InstalledDataFolderComesBeforeTheExecutablesFolder) {
+TEST(ResourceBundleLocations, FindsTheBundleOfABuildTreeAndOfAnInstallInThatOrder) {
     EXPECT_EQ(resourceBundleCandidates("/usr/bin/zephyrdock"),
               (std::vector<std::string>{"/usr/share/zephyrdock", "/usr/bin"}));
-}
-
-TEST(ResourceBundleLocations, FindsTheBundleOfABuildTreeAndOfAnInstall) {
     test::TemporaryFolder folder;
     folder.file("build/bin/Zephyrdock_Zephyrdock.bundle/Light.jpg");
     folder.file("prefix/share/zephyrdock/Zephyrdock_Zephyrdock.bundle/Light.jpg");
