@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <libdeflate.h>
+
 #include <QBuffer>
 #include <QImage>
 #include <QTemporaryDir>
@@ -14,16 +16,6 @@
 
 namespace zd {
 namespace {
-
-std::uint32_t crc32(const std::uint8_t* data, std::size_t n) {
-    std::uint32_t crc = 0xffffffffu;
-    for (std::size_t i = 0; i < n; ++i) {
-        crc ^= data[i];
-        for (int k = 0; k < 8; ++k)
-            crc = (crc >> 1) ^ (0xedb88320u & (0u - (crc & 1u)));
-    }
-    return ~crc;
-}
 
 void putBigEndian32(std::uint8_t* p, std::uint32_t v) {
     for (int i = 0; i < 4; ++i)
@@ -97,7 +89,7 @@ TEST_F(QtImageCodecTest, BadFilesGiveNothing) {
     auto bomb = png;
     putBigEndian32(bomb.data() + 16, 100000);
     putBigEndian32(bomb.data() + 20, 100000);
-    putBigEndian32(bomb.data() + 29, crc32(bomb.data() + 12, 17));
+    putBigEndian32(bomb.data() + 29, libdeflate_crc32(0, bomb.data() + 12, 17));
 
     std::vector<std::uint8_t> noise(5000);
     for (std::size_t i = 0; i < noise.size(); ++i)
