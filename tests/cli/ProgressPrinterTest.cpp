@@ -20,7 +20,6 @@ struct LineCase {
 TEST(ProgressPrinter, LineHoldsHeadlineCountdownAndCount) {
     const std::vector<LineCase> cases{
         {"", 0, 0, 0, "Idle."},                   // no stage: the status; no count
-        {" ", 0, 0, 0, " "},                      // a blank stage is still a stage
         {"Posing", 1, 0, 4, "Posing  [1]  0/4"},  // 1 second still shows
         {"Capturing German\u2026", 0, 5, 4, "Capturing German\u2026  5/4"},
     };

@@ -20,7 +20,7 @@ struct TextCase {
     std::string expected;
 };
 
-TEST(TargetText, NameAndTitleAreCutAt70Characters) {
+TEST(TargetText, NameAndTitleAreCutAt70CharactersAndDesktopsNamedByOrdinal) {
     const std::string e(60, 'e');
     const std::vector<TextCase> cases{
         {"Notes", "", "Notes"},
@@ -37,9 +37,7 @@ TEST(TargetText, NameAndTitleAreCutAt70Characters) {
     };
     for (const auto& c : cases)
         EXPECT_EQ(targetText(window(1, c.app, c.title)), c.expected) << c.title;
-}
-
-TEST(TargetText, DesktopsAreNamedByOrdinal) {
+    // Desktops are named by their ordinal.
     EXPECT_EQ(spaceText({7, 1, true}), "Desktop 1 (current)");
     EXPECT_EQ(spaceText({9, 2, false}), "Desktop 2");
 }
