@@ -39,10 +39,6 @@ Bytes rawDeflate(const Bytes& input) {
     return test::deflateWhole(input, test::StreamFormat::raw);
 }
 
-std::optional<Bytes> inflate(const Bytes& stream, std::size_t expected) {
-    return test::inflateExactly(stream, test::StreamFormat::raw, expected);
-}
-
 TEST(DeflateBlockShape, ReopensOneDynamicBlockAndFindsItsExactEnd) {
     // Stitch reopened blocks behind prefixes of 0…7 bits (stored blocks of 0 to 7 bytes leave
     // different offsets after their 3 header bits are followed by reopened blocks), and the
@@ -77,7 +73,8 @@ TEST(DeflateBlockShape, ReopensOneDynamicBlockAndFindsItsExactEnd) {
         expected.insert(expected.end(), between.begin(), between.end());
         expected.insert(expected.end(), b.begin(), b.end());
         expected.insert(expected.end(), a.begin(), a.end());
-        const auto inflated = inflate(stream, expected.size());
+        const auto inflated =
+            test::inflateExactly(stream, test::StreamFormat::raw, expected.size());
         ASSERT_TRUE(inflated.has_value()) << "seed " << seed;
         EXPECT_EQ(*inflated, expected) << "seed " << seed;
     }

@@ -29,40 +29,32 @@ QImage picture(QImage::Format format, bool border) {
     return image.convertToFormat(format);
 }
 
-struct FormatCase {
-    QImage::Format format;
-    bool border;
-    int colourType;
-    int bitDepth;
-    bool alphaChannel;
-    bool transparentPixels;
-};
-
-class PngInspectorFormats : public ::testing::TestWithParam<FormatCase> {};
-
-TEST_P(PngInspectorFormats, ReadsHeaderAlphaAndTheOpaqueBox) {
-    const auto& c = GetParam();
-    const auto facts = PngInspector::inspect(qtPng(picture(c.format, c.border)));
-    ASSERT_TRUE(facts.hasValue()) << facts.error();
-    EXPECT_EQ(facts->width, 40);
-    EXPECT_EQ(facts->height, 30);
-    EXPECT_EQ(facts->colourType, c.colourType);
-    EXPECT_EQ(facts->bitDepth, c.bitDepth);
-    EXPECT_FALSE(facts->interlaced);
-    EXPECT_EQ(facts->alphaChannel, c.alphaChannel);
-    EXPECT_EQ(facts->transparentPixels, c.transparentPixels);
-    EXPECT_EQ(facts->opaqueWidth, c.border ? 30 : 40);
-    EXPECT_EQ(facts->opaqueHeight, c.border ? 20 : 30);
+TEST(PngInspector, ReadsHeaderAlphaAndTheOpaqueBoxOfQtWrittenFiles) {
+    const struct {
+        QImage::Format format;
+        bool border;
+        int colourType, bitDepth;
+        bool alphaChannel, transparentPixels;
+    } cases[] = {{QImage::Format_RGB32, false, 2, 8, false, false},
+                 {QImage::Format_ARGB32, false, 6, 8, true, false},
+                 {QImage::Format_ARGB32, true, 6, 8, true, true},
+                 {QImage::Format_RGBA64, true, 6, 16, true, true},
+                 {QImage::Format_Grayscale8, false, 0, 8, false, false},
+                 {QImage::Format_Indexed8, true, 3, 8, true, true}};
+    for (const auto& c : cases) {
+        const auto facts = PngInspector::inspect(qtPng(picture(c.format, c.border)));
+        ASSERT_TRUE(facts.hasValue()) << facts.error();
+        EXPECT_EQ(std::tuple(facts->width, facts->height, facts->interlaced),
+                  std::tuple(40, 30, false));
+        EXPECT_EQ(std::tuple(facts->colourType, facts->bitDepth, facts->alphaChannel,
+                             facts->transparentPixels),
+                  std::tuple(c.colourType, c.bitDepth, c.alphaChannel, c.transparentPixels))
+            << c.format;
+        EXPECT_EQ(std::pair(facts->opaqueWidth, facts->opaqueHeight),
+                  c.border ? std::pair(30, 20) : std::pair(40, 30))
+            << c.format;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    QtWritten, PngInspectorFormats,
-    ::testing::Values(FormatCase{QImage::Format_RGB32, false, 2, 8, false, false},
-                      FormatCase{QImage::Format_ARGB32, false, 6, 8, true, false},
-                      FormatCase{QImage::Format_ARGB32, true, 6, 8, true, true},
-                      FormatCase{QImage::Format_RGBA64, true, 6, 16, true, true},
-                      FormatCase{QImage::Format_Grayscale8, false, 0, 8, false, false},
-                      FormatCase{QImage::Format_Indexed8, true, 3, 8, true, true}));
 
 TEST(PngInspector, DamagedFilesGiveTheReason) {
     const auto good = qtPng(picture(QImage::Format_RGB32, false));
