@@ -34,35 +34,34 @@ TEST(ProgressPrinter, LineHoldsHeadlineCountdownAndCount) {
     }
 }
 
-TEST(ProgressPrinter, RedrawsOneLineOnATerminalAndWritesChangedLinesElsewhere) {
-    for (bool terminal : {true, false}) {
+TEST(ProgressPrinter, RedrawsOneLineCutToTheTerminalsWidthAndWritesChangedLinesElsewhere) {
+    // "Déjà vu" is 7 characters in 9 bytes: it fits 8 columns (6, "…" and a free one); with its
+    // countdown it is cut.
+    const struct {
+        bool terminal;
+        std::size_t columns;
+        const char* expected;
+    } cases[] = {
+        {true, 0, "\r\033[KD\u00e9j\u00e0 vu\r\033[KD\u00e9j\u00e0 vu  [2]\n"},
+        {false, 8, "D\u00e9j\u00e0 vu\nD\u00e9j\u00e0 vu  [2]\n"},
+        {true, 8, "\r\033[KD\u00e9j\u00e0 vu\r\033[KD\u00e9j\u00e0 v\u2026\n"},
+    };
+    for (const auto& c : cases) {
         CaptureProgressModel model;
         std::ostringstream out;
         bool showing = true;
         {
-            ProgressPrinter printer(model, out, terminal, [&] { return showing; });
+            ProgressPrinter printer(
+                model, out, c.terminal, [&] { return showing; }, c.columns);
             model.setShotsTotal(0);  // the run's first writes: the idle line is no news
-            model.setCaptureStage("Posing");
-            model.setCaptureStage("Posing");  // the same value again: nothing new
+            model.setCaptureStage("D\u00e9j\u00e0 vu");
+            model.setCaptureStage("D\u00e9j\u00e0 vu");  // the same value again: nothing new
             model.setCountdownRemaining(2);
             showing = false;  // the run's resets after its end aren't drawn
             model.setCaptureStage("");
         }
-        EXPECT_EQ(out.str(),
-                  terminal ? "\r\033[KPosing\r\033[KPosing  [2]\n" : "Posing\nPosing  [2]\n");
+        EXPECT_EQ(out.str(), c.expected) << c.terminal << " " << c.columns;
     }
-}
-
-TEST(ProgressPrinter, CutsTheLineToTheTerminalsWidth) {
-    CaptureProgressModel model;
-    std::ostringstream out;
-    {
-        ProgressPrinter printer(
-            model, out, true, [] { return true; }, 8);
-        model.setCaptureStage("Capturing");     // 9 characters: 6, "…", and a free column
-        model.setCaptureStage("Posing\u2026");  // 7 characters fit
-    }
-    EXPECT_EQ(out.str(), "\r\033[KCaptur\u2026\r\033[KPosing\u2026\n");
 }
 
 }  // namespace
