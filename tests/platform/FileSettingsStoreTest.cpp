@@ -117,9 +117,7 @@ TEST_P(UnreadableSettingsFile, FallsBackIsKeptAndMovedAsideOnTheNextWrite) {
 
     FileSettingsStore store(file.string());
     EXPECT_TRUE(store.fileIsUnreadable());
-    EXPECT_TRUE(store.allKeys().empty());
-    EXPECT_EQ(Preferences::countdownSeconds(store), 3);
-    EXPECT_EQ(Preferences::captureScope(store), CaptureScope::singleWindow);
+    EXPECT_TRUE(store.allKeys().empty()) << "every setting falls back";
     EXPECT_EQ(contents(file), original) << "reading must not touch the file";
 
     store.setInteger(5, "countdownSeconds");
