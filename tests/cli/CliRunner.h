@@ -29,6 +29,14 @@ struct CliResult {
     std::string err;
 };
 
+// The whole of a file, or nothing.
+inline std::string read(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
 // A program started on its own (found on the PATH), its stderr in a file.
 struct Started {
     pid_t pid = 0;
@@ -38,12 +46,6 @@ struct Started {
         int status = 0;
         waitpid(pid, &status, 0);
         return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    }
-    static std::string read(const std::string& path) {
-        std::ifstream file(path, std::ios::binary);
-        std::ostringstream text;
-        text << file.rdbuf();
-        return text.str();
     }
 };
 
@@ -70,7 +72,7 @@ inline std::string outputOf(std::vector<std::string> words,
     TemporaryFolder folder;
     const auto out = (folder.path() / "out").string();
     start(std::move(words), environment, (folder.path() / "err").string(), out).wait();
-    return Started::read(out);
+    return read(out);
 }
 
 // The desktop's colour scheme, as gsettings reads it in `environment`.
@@ -101,7 +103,7 @@ inline bool waitFor(const std::function<bool()>& ready, std::chrono::millisecond
 
 // Whether `pid` runs (exists and hasn't ended).
 inline bool running(pid_t pid) {
-    const std::string stat = Started::read("/proc/" + std::to_string(pid) + "/stat");
+    const std::string stat = read("/proc/" + std::to_string(pid) + "/stat");
     return !stat.empty() && stat.substr(stat.rfind(')') + 2, 1) != "Z";
 }
 
@@ -111,7 +113,7 @@ inline std::map<pid_t, std::string> descendantsOf(pid_t root) {
     std::multimap<pid_t, pid_t> children;
     for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
         const std::string name = entry.path().filename().string();
-        const std::string stat = Started::read((entry.path() / "stat").string());
+        const std::string stat = read((entry.path() / "stat").string());
         const auto close = stat.rfind(')');
         if (name.find_first_not_of("0123456789") == std::string::npos &&
             close != std::string::npos && stat.substr(close + 2, 1) != "Z")
@@ -122,7 +124,7 @@ inline std::map<pid_t, std::string> descendantsOf(pid_t root) {
         const pid_t next = open.back();
         open.pop_back();
         for (auto [it, end] = children.equal_range(next); it != end; ++it) {
-            found[it->second] = Started::read("/proc/" + std::to_string(it->second) + "/cmdline");
+            found[it->second] = read("/proc/" + std::to_string(it->second) + "/cmdline");
             open.push_back(it->second);
         }
     }
@@ -163,8 +165,6 @@ class CliRunner {
         result.err = read(errPath);
         return result;
     }
-
-    static std::string read(const std::string& path) { return Started::read(path); }
 
     // This process's environment with the private folders in place of its own.
     std::vector<std::string> inherited() const {

@@ -26,7 +26,7 @@ TEST(ContactSheet, ListsARunsPicturesInRunOrderWithTheirLanguages) {
     EXPECT_EQ(pictures.front().label, "German (de) \u2014 light");
 
     ASSERT_TRUE(writeContactSheet(folder.path(), "Notes <run>", pictures));
-    const auto sheet = test::CliRunner::read((folder.path() / "index.html").string());
+    const auto sheet = test::read((folder.path() / "index.html").string());
     EXPECT_NE(sheet.find("<title>Notes &lt;run&gt;</title>"), std::string::npos);
     EXPECT_NE(sheet.find("src=\"other/v%20dark.png\""), std::string::npos);
     EXPECT_LT(sheet.find("de/light.png"), sheet.find("de/dark.png"));

@@ -77,10 +77,9 @@ class LiveCommands : public testing::Test {
 TEST_F(LiveCommands, TargetsAndSpacesListWhatTheWindowPickersShow) {
     auto lines = targetLines();
     ASSERT_EQ(lines.size(), 1u);
-    for (const auto& line : lines)
-        EXPECT_TRUE(
-            std::regex_match(line, std::regex("[0-9]+ +gedit \u2014 .+", std::regex::icase)))
-            << line;
+    EXPECT_TRUE(
+        std::regex_match(lines[0], std::regex("[0-9]+ +gedit \u2014 .+", std::regex::icase)))
+        << lines[0];
 
     auto rows = run({"targets", "--all-windows"});
     EXPECT_EQ(rows.exitCode, 0);
@@ -145,7 +144,7 @@ TEST_F(LiveCommands, BadInputGetsOneClearLineAndANonZeroExit) {
         EXPECT_EQ(result.exitCode, bad.exitCode) << bad.message << ": " << result.err;
         EXPECT_NE(result.err.find(bad.message), std::string::npos) << result.err;
     }
-    const auto stored = test::CliRunner::read(cli.settingsPath());
+    const auto stored = test::read(cli.settingsPath());
     EXPECT_NE(stored.find("\"customCanvasWidth\": 320"), std::string::npos) << stored;
     EXPECT_NE(stored.find("\"captureDark\": false"), std::string::npos) << stored;
     EXPECT_NE(stored.find("\"countdownAfterRelaunch\": false"), std::string::npos) << stored;
@@ -185,9 +184,8 @@ TEST_F(LiveCommands, LaunchedWindowsRunsGroupAcrossRunsAndTheFolderIsShown) {
     EXPECT_TRUE(std::filesystem::exists(root / "index.html"));
     // Flags change this run only.
     EXPECT_FALSE(std::filesystem::exists(cli.settingsPath()));
-    EXPECT_TRUE(waitFor(
-        [&] { return test::CliRunner::read(marker.string()) == root.string() + "\n"; }, 10s))
-        << test::CliRunner::read(marker.string());
+    EXPECT_TRUE(waitFor([&] { return test::read(marker.string()) == root.string() + "\n"; }, 10s))
+        << test::read(marker.string());
 
     const auto second = shoot({"--destination", "group", "--languages", "de"});
     ASSERT_EQ(second.exitCode, 0) << second.err;

@@ -17,7 +17,7 @@ TEST(PreviewCommand, WritesOneTilePerPlannedPictureAndAContactSheetInPlanOrder) 
                            "--appearances", "light", "dark"});
     ASSERT_EQ(result.exitCode, 0) << result.err;
     const std::vector<std::string> ids{"de-light", "de-dark", "ja-light", "ja-dark"};
-    const auto sheet = test::CliRunner::read((folder / "index.html").string());
+    const auto sheet = test::read((folder / "index.html").string());
     std::size_t previous = 0;
     for (const auto& id : ids) {
         QImage tile(QString::fromStdString((folder / (id + ".png")).string()));
@@ -43,9 +43,9 @@ TEST(PreviewCommand, StaysInsideItsFolderOverwritesNothingAndLeavesNoEmptyFile) 
     auto result = cli.run({"preview", "--out", folder.string(), "--languages", "../../victim", "de",
                            "--appearances", "light"});
     ASSERT_EQ(result.exitCode, 0) << result.err;
-    EXPECT_EQ(test::CliRunner::read((cli.home.path() / "a/victim-light.png").string()), "precious");
-    EXPECT_EQ(test::CliRunner::read((folder / "de-light.png").string()), "earlier");
-    EXPECT_EQ(test::CliRunner::read((folder / "index.html").string()), "mine");
+    EXPECT_EQ(test::read((cli.home.path() / "a/victim-light.png").string()), "precious");
+    EXPECT_EQ(test::read((folder / "de-light.png").string()), "earlier");
+    EXPECT_EQ(test::read((folder / "index.html").string()), "mine");
     for (const char* made : {".._.._victim-light.png", "de-light (2).png", "index (2).html"})
         EXPECT_TRUE(std::filesystem::is_regular_file(folder / made)) << made << result.err;
 
