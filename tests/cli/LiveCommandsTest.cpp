@@ -1,6 +1,6 @@
 // The live commands end to end on a private headless desktop with gedit open in it: targets,
-// spaces, Ctrl-C, SIGHUP or SIGTERM during the countdown, the bad inputs of a run (one of which
-// stores its flags), and what a killed or stopped run leaves on that desktop.
+// spaces, Ctrl-C, SIGHUP or SIGTERM during the countdown, and the bad inputs of a
+// run (one of which stores its flags).
 #include <gtest/gtest.h>
 #include <signal.h>
 
@@ -8,19 +8,16 @@
 #include <QImage>
 #include <chrono>
 #include <fstream>
-#include <iostream>
 #include <regex>
 
 #include "CliRunner.h"
 #include "common/FileSettingsStore.h"
 #include "linux/HeadlessSession.h"
-#include "linux/LanguageOverrideStore.h"
 
 namespace zd {
 namespace {
 
 using namespace std::chrono_literals;
-namespace fs = std::filesystem;
 
 using test::waitFor;
 
@@ -192,54 +189,6 @@ TEST_F(LiveCommands, LaunchedWindowsRunsGroupAcrossRunsAndTheFolderIsShown) {
     EXPECT_EQ(second.out, first.out);
     EXPECT_TRUE(std::filesystem::exists(root / "V-dark.png"));
     EXPECT_NE(second.err.find("back in its own language"), std::string::npos) << second.err;
-}
-
-// The private desktop stands for the user's own: what a run killed or stopped there leaves.
-TEST_F(LiveCommands, ARunKilledThereGetsAppearanceAndLanguageBackAtTheNextStart) {
-    // As a kill left it: Dark on, German written for an application, its process gone.
-    const pid_t gone = fork();
-    if (gone == 0)
-        _exit(0);
-    waitpid(gone, nullptr, 0);
-    const fs::path state = session_->directory() / "state/zephyrdock/runs";
-    fs::create_directories(state);
-    std::ofstream(state / "run-dead.journal")
-        << "zephyrdock run journal 1\nowner " << gone
-        << " b:1\nappearance light\nlanguage org.example.Gone\n";
-    test::outputOf(
-        {"gsettings", "set", "org.gnome.desktop.interface", "color-scheme", "prefer-dark"},
-        environment());
-    x11::LanguageOverrideStore overrides(session_->directory() / "config/zephyrdock/overrides");
-    overrides.runDefaults({"write", "org.example.Gone", "AppleLanguages", "-array", "de"});
-
-    auto next = run({"targets"});
-    EXPECT_NE(next.err.find("put back: the appearance (Light again) and the language of "
-                            "org.example.Gone."),
-              std::string::npos)
-        << next.err;
-    EXPECT_EQ(test::colorScheme(environment()), "'default'\n");
-    EXPECT_NE(overrides.runDefaults({"read", "org.example.Gone", "AppleLanguages"})->exitStatus, 0);
-    EXPECT_TRUE(fs::is_empty(state));
-}
-
-TEST_F(LiveCommands, CtrlCWhileTheTargetIsPutBackWaitsTillItRunsAgain) {
-    auto geditShows = [&] { return run({"targets"}).out.find("gedit") != std::string::npos; };
-    ASSERT_TRUE(waitFor(geditShows, 60s));
-    auto shoot = test::start(
-        {test::CliRunner::executable(), "--settings-file", cli.settingsPath(), "shoot", "--target",
-         "gedit", "--languages", "de", "--appearances", "light", "--countdown", "0", "--canvas",
-         "320x200", "--save-folder", cli.home.path().string()},
-        environment(), (cli.home.path() / "err").string());
-    ASSERT_TRUE(waitFor(
-        [&] { return shoot.err().find("back in its own language") != std::string::npos; }, 120s))
-        << shoot.err();
-    kill(shoot.pid, SIGINT);
-    EXPECT_EQ(shoot.wait(), 0) << shoot.err();
-    // The stop lands during the revert or just after it; either way the target runs again in
-    // its own language, and a stop during the revert says what it waits for.
-    if (shoot.err().find("Still waiting for") == std::string::npos)
-        std::cerr << "(the stop came after the revert had ended)\n";
-    EXPECT_TRUE(waitFor(geditShows, 30s)) << "the target was left closed: " << shoot.err();
 }
 
 }  // namespace
