@@ -14,11 +14,11 @@ using test::Bytes;
 
 // Chunks of every kind a picture has: flat runs, smooth gradients, noise, short repeats, and
 // chunk sizes from empty to several blocks' worth.
-Bytes chunkBytes(std::size_t index) {
+void chunkBytes(std::size_t index, Bytes& out) {
     std::mt19937 rng(static_cast<unsigned>(index * 7919 + 1));
     const std::size_t sizes[] = {ParallelZlibCompressor::kChunkBytes,    1, 0, 300000, 5000,
                                  ParallelZlibCompressor::kChunkBytes - 3};
-    Bytes out(sizes[index % 6]);
+    out.assign(sizes[index % 6], 0);
     for (std::size_t i = 0; i < out.size(); ++i) {
         switch (index % 5) {
             case 0:
@@ -38,22 +38,22 @@ Bytes chunkBytes(std::size_t index) {
                 break;
         }
     }
-    return out;
 }
 
 Bytes compress(std::size_t chunks, int threads) {
     Bytes out = {0xaa, 0xbb};  // appended after what's there
-    EXPECT_TRUE(ParallelZlibCompressor::compress(
-        chunks, [](std::size_t i, Bytes& bytes) { bytes = chunkBytes(i); }, threads, out));
+    EXPECT_TRUE(ParallelZlibCompressor::compress(chunks, chunkBytes, threads, out));
     EXPECT_EQ(out[0], 0xaa);
     EXPECT_EQ(out[1], 0xbb);
     return Bytes(out.begin() + 2, out.end());
 }
 
-Bytes expectedInput(std::size_t chunks) {
+// What `source` gives for `chunks` chunks, one after the other.
+Bytes inputOf(std::size_t chunks, const ParallelZlibCompressor::ChunkSource& source) {
     Bytes all;
     for (std::size_t i = 0; i < chunks; ++i) {
-        const Bytes c = chunkBytes(i);
+        Bytes c;
+        source(i, c);
         all.insert(all.end(), c.begin(), c.end());
     }
     return all;
@@ -65,7 +65,7 @@ std::optional<Bytes> inflate(const Bytes& zlib, std::size_t expected) {
 
 TEST(ParallelZlibCompressor, JoinsChunksOfEveryKindIntoOneValidStreamWhateverTheThreads) {
     for (std::size_t chunks : {0, 1, 3, 4, 17, 40}) {
-        const Bytes input = expectedInput(chunks);
+        const Bytes input = inputOf(chunks, chunkBytes);
         const Bytes zlib = compress(chunks, 2);
         const auto inflated = inflate(zlib, input.size());
         ASSERT_TRUE(inflated.has_value()) << chunks << " chunks";
@@ -88,12 +88,7 @@ TEST(ParallelZlibCompressor, StaysCloseToOneStreamOnCompressibleData) {
         bytes.assign(2000, 'a');
     };
     for (const auto& [chunks, source] : {std::pair{std::size_t{24}, textured}, {12, runs}}) {
-        Bytes input;
-        for (std::size_t i = 0; i < chunks; ++i) {
-            Bytes c;
-            source(i, c);
-            input.insert(input.end(), c.begin(), c.end());
-        }
+        const Bytes input = inputOf(chunks, source);
         Bytes joined;
         ASSERT_TRUE(ParallelZlibCompressor::compress(chunks, source, 2, joined));
         const Bytes whole = test::deflateWhole(input, test::StreamFormat::zlib);
