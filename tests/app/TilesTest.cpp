@@ -32,23 +32,17 @@ struct TilesTest : testing::AppTest {
 };
 
 TEST_F(TilesTest, SelectedTilesHaveAnAccentBorderAndEveryClickCallsBack) {
-    const std::vector<std::pair<const char*, std::function<std::unique_ptr<SelectableTile>()>>>
-        makers{
-            {"Tile",
-             [] {
-                 auto t = std::make_unique<Tile>();
-                 t->setLabel("Light");
-                 return t;
-             }},
-            {"AppearanceToggleTile",
-             [] { return std::make_unique<AppearanceToggleTile>(AppearanceMode::dark); }},
-            {"BackgroundKindTile",
-             [] { return std::make_unique<BackgroundKindTile>(BackgroundKind::color); }},
-            {"IconToggleChip",
-             [] { return std::make_unique<IconToggleChip>("timer", QStringLiteral("Countdown")); }},
-        };
-    for (const auto& [name, make] : makers) {
-        auto tile = make();
+    auto plain = std::make_unique<Tile>();
+    plain->setLabel("Light");
+    std::vector<std::pair<const char*, std::unique_ptr<SelectableTile>>> tiles;
+    tiles.emplace_back("Tile", std::move(plain));
+    tiles.emplace_back("AppearanceToggleTile",
+                       std::make_unique<AppearanceToggleTile>(AppearanceMode::dark));
+    tiles.emplace_back("BackgroundKindTile",
+                       std::make_unique<BackgroundKindTile>(BackgroundKind::color));
+    tiles.emplace_back("IconToggleChip",
+                       std::make_unique<IconToggleChip>("timer", QStringLiteral("Countdown")));
+    for (const auto& [name, tile] : tiles) {
         tile->resize(tile->sizeHint().expandedTo(QSize(30, 24)));
         int taps = 0;
         tile->onTap = [&, inner = tile->onTap] {
