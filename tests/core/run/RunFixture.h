@@ -73,6 +73,25 @@ class RunFixture : public ::testing::Test {
 
     bool logged(const std::string& prefix) const { return !only({prefix}).empty(); }
 
+    // The saved shots as "code mode", " full" after a shot of the whole display.
+    std::vector<std::string> savedShots() const {
+        std::vector<std::string> shots;
+        for (const auto& shot : services.savedShots) {
+            shots.push_back(shot.languageCode + " " + rawString(shot.mode) +
+                            (shot.isFullDisplay ? " full" : ""));
+        }
+        return shots;
+    }
+
+    // After a run that stopped or failed, begun in Dark: no file, Dark and the language back.
+    void expectNothingSavedAndAllPutBack() const {
+        EXPECT_FALSE(logged("saveAll"));
+        EXPECT_EQ(services.systemAppearance, AppearanceMode::dark);
+        EXPECT_TRUE(logged("revertToOriginalLanguage com.example.notes"));
+        EXPECT_FALSE(view->isWorking);
+        EXPECT_EQ(view->destinationMode, DestinationMode::newDestination);
+    }
+
     EventLog log;
     ManualClock clock;
     LoggingWorkerPool pool{log};

@@ -31,81 +31,42 @@ TEST_P(RunStops, StopsAtItsCancellationPointsAndPutsThingsBack) {
 
     EXPECT_EQ(view->progress.statusMessage(), c.status);
     EXPECT_EQ(services.captureCount, c.captures);
-    EXPECT_FALSE(logged("saveAll"));
-    EXPECT_EQ(services.systemAppearance, AppearanceMode::dark);
-    EXPECT_TRUE(logged("revertToOriginalLanguage com.example.notes"));
+    expectNothingSavedAndAllPutBack();
     EXPECT_FALSE(view->revertInProgress());
-    EXPECT_FALSE(view->isWorking);
     EXPECT_FALSE(view->captureTask);
     EXPECT_EQ(view->progress.countdownRemaining(), 0);
     EXPECT_EQ(view->progress.shotsTotal(), 0);
     EXPECT_EQ(view->progress.captureStage(), "");
-    EXPECT_EQ(view->destinationMode, DestinationMode::newDestination);
     EXPECT_FALSE(view->lastRunRoot);
 }
 
-const LanguageSelection de{"de", "German"};
-const LanguageSelection fr{"fr", "French"};
-const LanguageSelection it{"it", "Italian"};
-const LanguageSelection en{"en", "English"};
+const LanguageSelection de{"de", "German"}, fr{"fr", "French"}, en{"en", "English"};
 const std::set<AppearanceMode> both{AppearanceMode::light, AppearanceMode::dark};
 const std::set<AppearanceMode> lightOnly{AppearanceMode::light};
+const std::string before = "Stopped before capture started.";
+std::string unsaved(const char* shots) {
+    return std::string("Stopped \u2014 ") + shots + " captured but not saved.";
+}
 
 INSTANTIATE_TEST_SUITE_P(
     Points, RunStops,
     ::testing::Values(
-        StopCase{
-            "DuringInitialCountdown", {en, de}, both, 1500ms, "Stopped before capture started.", 0},
-        StopCase{"DuringRaiseBeforeFirstRelaunch",
-                 {de, fr},
-                 both,
-                 200ms,
-                 "Stopped before capture started.",
-                 0},
-        StopCase{"DuringWaitAfterRelaunch",
-                 {de, fr},
-                 both,
-                 700ms,
-                 "Stopped \u2014 0 shots captured but not saved.",
-                 0},
+        StopCase{"DuringInitialCountdown", {en, de}, both, 1500ms, before, 0},
+        StopCase{"DuringRaiseBeforeFirstRelaunch", {de, fr}, both, 200ms, before, 0},
+        StopCase{"DuringWaitAfterRelaunch", {de, fr}, both, 700ms, unsaved("0 shots"), 0},
         // After a later countdown the run ends without a word of its own.
         StopCase{"DuringCountdownAfterRelaunch", {de, fr}, both, 2000ms, "Stopping\u2026", 0},
         // The resize wait runs out; the appearance wait that follows stops the language.
-        StopCase{"DuringResize",
-                 {de, fr},
-                 both,
-                 4300ms,
-                 "Stopped \u2014 0 shots captured but not saved.",
-                 0},
-        StopCase{"DuringLightWait",
-                 {de, fr},
-                 both,
-                 4800ms,
-                 "Stopped \u2014 0 shots captured but not saved.",
-                 0},
-        StopCase{"DuringDarkWait",
-                 {de, fr},
-                 both,
-                 5400ms,
-                 "Stopped \u2014 0 shots captured but not saved.",
-                 1},
-        StopCase{"DuringSecondRelaunchWait",
-                 {de, fr},
-                 both,
-                 6000ms,
-                 "Stopped \u2014 2 shots captured but not saved.",
-                 2},
+        StopCase{"DuringResize", {de, fr}, both, 4300ms, unsaved("0 shots"), 0},
+        StopCase{"DuringLightWait", {de, fr}, both, 4800ms, unsaved("0 shots"), 0},
+        StopCase{"DuringDarkWait", {de, fr}, both, 5400ms, unsaved("0 shots"), 1},
+        StopCase{"DuringSecondRelaunchWait", {de, fr}, both, 6000ms, unsaved("2 shots"), 2},
         // One appearance: its wait doesn't stop the capture; the next language test does.
-        StopCase{"DuringOneAppearanceWait",
-                 {de, fr},
-                 lightOnly,
-                 4700ms,
-                 "Stopped \u2014 1 shot captured but not saved.",
-                 1}),
+        StopCase{"DuringOneAppearanceWait", {de, fr}, lightOnly, 4700ms, unsaved("1 shot"), 1}),
     [](const auto& p) { return std::string(p.param.name); });
 
 TEST_F(RunFixture, StopDuringCountdownLetsTheSecondsRunOutAtOnce) {
-    view->languages = {{"en", "English"}};
+    view->languages = {en};
     stopAt(1500ms);
     EXPECT_EQ(only({"countdown", "wait 1s", "wait 0.2s", "status: Stop"}),
               (Strings{"countdown: 3", "wait 1s", "countdown: 2", "wait 1s",
@@ -122,11 +83,11 @@ TEST_F(RunFixture, StopDuringRelaunchWaitsForTheRelaunchToEnd) {
     view->takeShots();
     EXPECT_TRUE(clock.runUntilIdle());
     EXPECT_EQ(services.relaunchCount, 1);
-    EXPECT_EQ(view->progress.statusMessage(), "Stopped \u2014 0 shots captured but not saved.");
+    EXPECT_EQ(view->progress.statusMessage(), unsaved("0 shots"));
 }
 
 TEST_F(RunFixture, StopDuringACaptureDropsAllLanguagesTakenSoFar) {
-    view->languages = {{"de", "German"}, {"fr", "French"}, {"it", "Italian"}};
+    view->languages = {de, fr, {"it", "Italian"}};
     services.onCall = [&](const std::string& entry) {
         // The capture in progress runs to its end; the next language sees the stop.
         if (entry.rfind("captureWindow", 0) == 0 && services.captureCount == 4) {
@@ -134,7 +95,7 @@ TEST_F(RunFixture, StopDuringACaptureDropsAllLanguagesTakenSoFar) {
         }
     };
     runToEnd();
-    EXPECT_EQ(view->progress.statusMessage(), "Stopped \u2014 4 shots captured but not saved.");
+    EXPECT_EQ(view->progress.statusMessage(), unsaved("4 shots"));
     EXPECT_EQ(services.relaunchCount, 2);
     EXPECT_FALSE(logged("saveAll"));
 }
@@ -158,47 +119,31 @@ TEST_P(RunFailures, EndWithOneLineAndNoFile) {
     services.systemAppearance = AppearanceMode::dark;
     runToEnd();
     EXPECT_EQ(view->progress.statusMessage(), GetParam().status);
-    EXPECT_FALSE(logged("saveAll"));
-    EXPECT_EQ(services.systemAppearance, AppearanceMode::dark);
-    EXPECT_TRUE(logged("revertToOriginalLanguage com.example.notes"));
-    EXPECT_FALSE(view->isWorking);
-    EXPECT_EQ(view->destinationMode, DestinationMode::newDestination);
+    expectNothingSavedAndAllPutBack();
 }
 
 using Failure = LanguageRelauncher::Failure;
+using S = FakeRunServices&;
+constexpr auto captureFailure = CaptureFailure::of;
 
-INSTANTIATE_TEST_SUITE_P(
-    Steps, RunFailures,
-    ::testing::Values(
-        FailureCase{
-            "RelaunchFailed",
-            [](FakeRunServices& s) { s.relaunchFailures[0] = Failure::relaunchFailed("gone"); },
-            "Couldn't relaunch target: gone"},
-        FailureCase{"RelaunchTimedOutInSecondLanguage",
-                    [](FakeRunServices& s) { s.relaunchFailures[1] = Failure::timedOut(); },
-                    "Target app didn't surface a window after relaunch \u2014 try a longer "
-                    "countdown or retry."},
-        FailureCase{"RelaunchWithoutBundleID",
-                    [](FakeRunServices& s) { s.relaunchFailures[0] = Failure::missingBundleID(); },
-                    "Couldn't switch language \u2014 Notes has no bundle ID."},
-        FailureCase{"ScreenRecordingDenied",
-                    [](FakeRunServices& s) {
-                        s.captureFailures[0] = CaptureFailure::of(CaptureError::permissionDenied);
-                    },
-                    "Screen Recording permission needed \u2014 System Settings \u2192 Privacy & "
-                    "Security."},
-        // A failed dark shot loses the light one of the same language, and the language before.
-        FailureCase{"DarkCaptureOfSecondLanguageFails",
-                    [](FakeRunServices& s) {
-                        s.captureFailures[3] = CaptureFailure::of(CaptureError::windowNotFound);
-                    },
-                    "Capture failed: The operation couldn\u2019t be completed. "
-                    "(Zephyrdock.CaptureError error 0.)"},
-        FailureCase{"DarkModeDenied",
-                    [](FakeRunServices& s) { s.failingSets = {AppearanceMode::light}; },
-                    "Couldn't toggle Dark Mode \u2014 grant Zephyrdock access to System Events "
-                    "in Privacy & Security \u2192 Automation, then retry."}),
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Steps, RunFailures, ::testing::Values(
+    FailureCase{"RelaunchFailed", [](S s) { s.relaunchFailures[0] = Failure::relaunchFailed("gone"); },
+                "Couldn't relaunch target: gone"},
+    FailureCase{"RelaunchTimedOutInSecondLanguage", [](S s) { s.relaunchFailures[1] = Failure::timedOut(); },
+                "Target app didn't surface a window after relaunch \u2014 try a longer countdown or retry."},
+    FailureCase{"RelaunchWithoutBundleID", [](S s) { s.relaunchFailures[0] = Failure::missingBundleID(); },
+                "Couldn't switch language \u2014 Notes has no bundle ID."},
+    FailureCase{"ScreenRecordingDenied", [](S s) { s.captureFailures[0] = captureFailure(CaptureError::permissionDenied); },
+                "Screen Recording permission needed \u2014 System Settings \u2192 Privacy & Security."},
+    // A failed dark shot loses the light one of the same language, and the language before.
+    FailureCase{"DarkCaptureOfSecondLanguageFails", [](S s) { s.captureFailures[3] = captureFailure(CaptureError::windowNotFound); },
+                "Capture failed: The operation couldn\u2019t be completed. (Zephyrdock.CaptureError error 0.)"},
+    FailureCase{"DarkModeDenied", [](S s) { s.failingSets = {AppearanceMode::light}; },
+                "Couldn't toggle Dark Mode \u2014 grant Zephyrdock access to System Events in Privacy & "
+                "Security \u2192 Automation, then retry."}),
     [](const auto& p) { return std::string(p.param.name); });
+// clang-format on
 
 TEST_F(RunFixture, TargetWithoutBundleIDPosesFirstThenCannotSwitch) {
     notes.bundleId = "";  // an empty identity counts as none
