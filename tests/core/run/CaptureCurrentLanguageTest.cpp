@@ -43,28 +43,19 @@ TEST_P(WindowSizing, AsksAccessibilityAndSizesOnlyWhereItApplies) {
     EXPECT_EQ(only({"accessibility", "applyWindowSize", "wait 0.3s"}), c.expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Presets, WindowSizing,
-    ::testing::Values(
-        SizingCase{"GrantedAsksOnceWithoutPrompt",
-                   CaptureScope::singleWindow,
-                   WindowSizePreset::full,
-                   true,
-                   {"accessibility prompt=false", "applyWindowSize full 42", "wait 0.3s"}},
-        SizingCase{"NotGrantedPromptsAndSizesAllTheSame",
-                   CaptureScope::singleWindow,
-                   WindowSizePreset::threeQ,
-                   false,
-                   {"accessibility prompt=false", "accessibility prompt=true",
-                    "applyWindowSize threeQ 42", "wait 0.3s"}},
-        SizingCase{"CurrentSizeLeavesTheWindowAlone",
-                   CaptureScope::singleWindow,
-                   WindowSizePreset::current,
-                   false,
-                   {}},
-        SizingCase{
-            "AllWindowsNeverSizes", CaptureScope::allWindows, WindowSizePreset::half, false, {}}),
+constexpr auto single = CaptureScope::singleWindow;
+using enum WindowSizePreset;
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Presets, WindowSizing, ::testing::Values(
+    SizingCase{"GrantedAsksOnceWithoutPrompt", single, full, true,
+               {"accessibility prompt=false", "applyWindowSize full 42", "wait 0.3s"}},
+    SizingCase{"NotGrantedPromptsAndSizesAllTheSame", single, threeQ, false,
+               {"accessibility prompt=false", "accessibility prompt=true", "applyWindowSize threeQ 42", "wait 0.3s"}},
+    SizingCase{"CurrentSizeLeavesTheWindowAlone", single, current, false, {}},
+    SizingCase{"AllWindowsNeverSizes", CaptureScope::allWindows, half, false, {}}),
     [](const auto& p) { return std::string(p.param.name); });
+// clang-format on
 
 struct AppearanceCase {
     const char* name;
@@ -90,32 +81,24 @@ TEST_P(AppearanceSwitching, SwitchesCapturesAndRestores) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Modes, AppearanceSwitching,
-    ::testing::Values(
-        // Both: every appearance call leaves the UI thread.
-        AppearanceCase{"BothFromDark",
-                       {AppearanceMode::dark, AppearanceMode::light},
-                       AppearanceMode::dark,
-                       {"currentAppearance (worker)", "setAppearance light (worker)",
-                        "captureWindow 7 in light", "setAppearance dark (worker)",
-                        "captureWindow 7 in dark", "setAppearance dark (worker)"}},
-        // One: the calls hold the UI thread.
-        AppearanceCase{"LightOnlyFromDark",
-                       {AppearanceMode::light},
-                       AppearanceMode::dark,
-                       {"currentAppearance", "setAppearance light", "captureWindow 7 in light",
-                        "setAppearance dark"}},
-        AppearanceCase{"UnknownPriorModeIsNotRestored",
-                       {AppearanceMode::light},
-                       std::nullopt,
-                       {"currentAppearance", "setAppearance light", "captureWindow 7 in light"}},
-        AppearanceCase{"NoneEnabledTakesOneDarkShot",
-                       {},
-                       AppearanceMode::light,
-                       {"currentAppearance", "setAppearance dark", "captureWindow 7 in dark",
-                        "setAppearance light"}}),
+constexpr auto light = AppearanceMode::light;
+constexpr auto dark = AppearanceMode::dark;
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Modes, AppearanceSwitching, ::testing::Values(
+    // Both: every appearance call leaves the UI thread.
+    AppearanceCase{"BothFromDark", {dark, light}, dark,
+                   {"currentAppearance (worker)", "setAppearance light (worker)", "captureWindow 7 in light",
+                    "setAppearance dark (worker)", "captureWindow 7 in dark", "setAppearance dark (worker)"}},
+    // One: the calls hold the UI thread.
+    AppearanceCase{"LightOnlyFromDark", {light}, dark,
+                   {"currentAppearance", "setAppearance light", "captureWindow 7 in light", "setAppearance dark"}},
+    AppearanceCase{"UnknownPriorModeIsNotRestored", {light}, std::nullopt,
+                   {"currentAppearance", "setAppearance light", "captureWindow 7 in light"}},
+    AppearanceCase{"NoneEnabledTakesOneDarkShot", {}, light,
+                   {"currentAppearance", "setAppearance dark", "captureWindow 7 in dark", "setAppearance light"}}),
     [](const auto& p) { return std::string(p.param.name); });
+// clang-format on
 
 TEST_F(CaptureCurrentLanguage, DarkCaptureFailureRestoresAndReturnsNoShot) {
     services.systemAppearance = AppearanceMode::dark;
@@ -158,21 +141,20 @@ TEST_F(CaptureCurrentLanguage, SingleWindowWithoutTargetIsWindowNotFound) {
     EXPECT_EQ(services.systemAppearance, AppearanceMode::light);
 }
 
-TEST_F(CaptureCurrentLanguage, CountdownOfOneShowsOneForASecond) {
+TEST_F(CaptureCurrentLanguage, CountdownOfOneShowsOneForASecondAndNoneStillRaisesAndWaits) {
     view->countdownSeconds = 1;
-    auto body = [&]() -> Task<void> { co_await view->raiseAndCountdown(std::nullopt, "Posing"); };
-    spawn(body());
-    EXPECT_TRUE(clock.runUntilIdle());
+    auto pose = [&](std::optional<CaptureTarget> target) {
+        auto body = [&]() -> Task<void> { co_await view->raiseAndCountdown(target, "Posing"); };
+        spawn(body());  // the closure outlives the coroutine, which refers to its captures
+        EXPECT_TRUE(clock.runUntilIdle());
+    };
+    pose(std::nullopt);
     EXPECT_EQ(log.entries(), (Strings{"status: Posing the desktop \u2014 capturing in\u2026",
                                       "countdown: 1", "wait 1s", "countdown: 0", "wait 0.2s"}));
     EXPECT_EQ(clock.now(), 1200ms);
-}
-
-TEST_F(CaptureCurrentLanguage, NoCountdownStillRaisesAndWaits) {
+    log.clear();
     view->countdownSeconds = 0;
-    auto body = [&]() -> Task<void> { co_await view->raiseAndCountdown(notes, "Posing"); };
-    spawn(body());
-    EXPECT_TRUE(clock.runUntilIdle());
+    pose(notes);
     EXPECT_EQ(log.entries(), (Strings{"runningApplication 42", "activate 42", "wait 0.2s"}));
 }
 
