@@ -64,6 +64,17 @@ Read number(int (*read)(const SettingsStore&)) {
 
 namespace K = Preferences::Keys;
 
+Read countdown = number(Preferences::countdownSeconds);
+Read width = number(Preferences::customCanvasWidth);
+Read height = number(Preferences::customCanvasHeight);
+Read lightOn = flag(Preferences::captureLight);
+Read darkOn = flag(Preferences::captureDark);
+Read repeat = flag(Preferences::countdownAfterRelaunch);
+Read shadow = flag(Preferences::windowShadow);
+Read barBackground = flag(Preferences::menuBarBackground);
+const std::string mas2880 = "2880 \u00d7 1800 (Mac App Store preferred)";
+
+// clang-format off
 const FallbackCase fallbackCases[] = {
     {"ScopeAbsent", K::captureScope, std::nullopt, scope, "single"},
     {"ScopeAll", K::captureScope, "all", scope, "all"},
@@ -73,55 +84,42 @@ const FallbackCase fallbackCases[] = {
     {"PresetThreeQ", K::windowSizePreset, "threeQ", preset, "threeQ"},
     {"PresetCapitalised", K::windowSizePreset, "ThreeQ", preset, "half"},
     {"PresetList", K::windowSizePreset, ValueArray{"full"}, preset, "half"},
-    {"CanvasAbsent", K::outputSize, std::nullopt, canvas,
-     "2880 \u00d7 1800 (Mac App Store preferred)"},
+    {"CanvasAbsent", K::outputSize, std::nullopt, canvas, mas2880},
     {"CanvasCustom", K::outputSize, "Custom\u2026", canvas, "Custom\u2026"},
-    {"CanvasCustomWithoutEllipsis", K::outputSize, "Custom", canvas,
-     "2880 \u00d7 1800 (Mac App Store preferred)"},
-    {"CanvasWithLetterX", K::outputSize, "1440 x 900", canvas,
-     "2880 \u00d7 1800 (Mac App Store preferred)"},
-    {"CanvasNumber", K::outputSize, 1440, canvas, "2880 \u00d7 1800 (Mac App Store preferred)"},
+    {"CanvasCustomWithoutEllipsis", K::outputSize, "Custom", canvas, mas2880},
+    {"CanvasWithLetterX", K::outputSize, "1440 x 900", canvas, mas2880},
+    {"CanvasNumber", K::outputSize, 1440, canvas, mas2880},
     {"LightKindImage", K::lightBackgroundKind, "image", lightKind, "image"},
     {"LightKindCapitalised", K::lightBackgroundKind, "Image", lightKind, "color"},
     {"LightKindEmpty", K::lightBackgroundKind, "", lightKind, "color"},
     {"LightKindNumber", K::lightBackgroundKind, 2, lightKind, "color"},
     {"DarkKindTransparent", K::darkBackgroundKind, "transparent", darkKind, "transparent"},
     {"DarkKindUnknown", K::darkBackgroundKind, "gradient", darkKind, "color"},
-    {"CountdownAbsent", K::countdownSeconds, std::nullopt, number(Preferences::countdownSeconds),
-     "3"},
-    {"CountdownNegative", K::countdownSeconds, -2, number(Preferences::countdownSeconds), "-2"},
-    {"CountdownText", K::countdownSeconds, "5", number(Preferences::countdownSeconds), "3"},
-    {"CountdownBoolean", K::countdownSeconds, true, number(Preferences::countdownSeconds), "3"},
-    {"CountdownWholeDouble", K::countdownSeconds, 4.0, number(Preferences::countdownSeconds), "4"},
-    {"CountdownFraction", K::countdownSeconds, 4.5, number(Preferences::countdownSeconds), "3"},
-    {"CountdownHuge", K::countdownSeconds, std::int64_t{1} << 40,
-     number(Preferences::countdownSeconds), std::to_string(INT_MAX)},
-    {"WidthZero", K::customCanvasWidth, 0, number(Preferences::customCanvasWidth), "0"},
-    {"WidthAbsent", K::customCanvasWidth, std::nullopt, number(Preferences::customCanvasWidth),
-     "1920"},
-    {"WidthText", K::customCanvasWidth, "100", number(Preferences::customCanvasWidth), "1920"},
-    {"HeightAbsent", K::customCanvasHeight, std::nullopt, number(Preferences::customCanvasHeight),
-     "1200"},
-    {"HeightList", K::customCanvasHeight, ValueArray{}, number(Preferences::customCanvasHeight),
-     "1200"},
-    {"LightOff", K::captureLight, false, flag(Preferences::captureLight), "false"},
-    {"LightText", K::captureLight, "false", flag(Preferences::captureLight), "true"},
-    {"LightZero", K::captureLight, 0, flag(Preferences::captureLight), "false"},
-    {"LightTwo", K::captureLight, 2, flag(Preferences::captureLight), "true"},
-    {"DarkOff", K::captureDark, false, flag(Preferences::captureDark), "false"},
-    {"DarkAbsent", K::captureDark, std::nullopt, flag(Preferences::captureDark), "true"},
-    {"RepeatOn", K::countdownAfterRelaunch, true, flag(Preferences::countdownAfterRelaunch),
-     "true"},
-    {"RepeatText", K::countdownAfterRelaunch, "true", flag(Preferences::countdownAfterRelaunch),
-     "false"},
-    {"RepeatOne", K::countdownAfterRelaunch, 1.0, flag(Preferences::countdownAfterRelaunch),
-     "true"},
-    {"ShadowOff", K::windowShadow, false, flag(Preferences::windowShadow), "false"},
-    {"ShadowText", K::windowShadow, "no", flag(Preferences::windowShadow), "true"},
-    {"MenuBarBackgroundOff", K::menuBarBackground, false, flag(Preferences::menuBarBackground),
-     "false"},
-    {"MenuBarBackgroundAbsent", K::menuBarBackground, std::nullopt,
-     flag(Preferences::menuBarBackground), "true"},
+    {"CountdownAbsent", K::countdownSeconds, std::nullopt, countdown, "3"},
+    {"CountdownNegative", K::countdownSeconds, -2, countdown, "-2"},
+    {"CountdownText", K::countdownSeconds, "5", countdown, "3"},
+    {"CountdownBoolean", K::countdownSeconds, true, countdown, "3"},
+    {"CountdownWholeDouble", K::countdownSeconds, 4.0, countdown, "4"},
+    {"CountdownFraction", K::countdownSeconds, 4.5, countdown, "3"},
+    {"CountdownHuge", K::countdownSeconds, std::int64_t{1} << 40, countdown, std::to_string(INT_MAX)},
+    {"WidthZero", K::customCanvasWidth, 0, width, "0"},
+    {"WidthAbsent", K::customCanvasWidth, std::nullopt, width, "1920"},
+    {"WidthText", K::customCanvasWidth, "100", width, "1920"},
+    {"HeightAbsent", K::customCanvasHeight, std::nullopt, height, "1200"},
+    {"HeightList", K::customCanvasHeight, ValueArray{}, height, "1200"},
+    {"LightOff", K::captureLight, false, lightOn, "false"},
+    {"LightText", K::captureLight, "false", lightOn, "true"},
+    {"LightZero", K::captureLight, 0, lightOn, "false"},
+    {"LightTwo", K::captureLight, 2, lightOn, "true"},
+    {"DarkOff", K::captureDark, false, darkOn, "false"},
+    {"DarkAbsent", K::captureDark, std::nullopt, darkOn, "true"},
+    {"RepeatOn", K::countdownAfterRelaunch, true, repeat, "true"},
+    {"RepeatText", K::countdownAfterRelaunch, "true", repeat, "false"},
+    {"RepeatOne", K::countdownAfterRelaunch, 1.0, repeat, "true"},
+    {"ShadowOff", K::windowShadow, false, shadow, "false"},
+    {"ShadowText", K::windowShadow, "no", shadow, "true"},
+    {"MenuBarBackgroundOff", K::menuBarBackground, false, barBackground, "false"},
+    {"MenuBarBackgroundAbsent", K::menuBarBackground, std::nullopt, barBackground, "true"},
     {"LanguagesAbsent", K::languageCodes, std::nullopt, languages, ""},
     {"LanguagesKeepUnknownAndDuplicates", K::languageCodes, ValueArray{"en", "xx", "en"}, languages,
      "en:English,xx:xx,en:English"},
@@ -131,6 +129,7 @@ const FallbackCase fallbackCases[] = {
     {"LanguagesNumberSpoilsList", K::languageCodes, ValueArray{"en", 5, "fr"}, languages, ""},
     {"LanguagesSingleText", K::languageCodes, "en", languages, ""},
 };
+// clang-format on
 
 class PreferencesFallback : public testing::TestWithParam<FallbackCase> {};
 
@@ -205,31 +204,23 @@ TEST(Preferences, UrlGivesOnlyExistingFilesAndLeavesStaleEntries) {
     EXPECT_EQ(Preferences::url(store, K::darkBackgroundURL), std::nullopt);
     EXPECT_TRUE(store.objectForKey("darkBackgroundURL").has_value());
     EXPECT_EQ(Preferences::url(store, "nothingStoredHere"), std::nullopt);
-}
-
-TEST(Preferences, UrlOfEmptyOrNonTextValueIsNothing) {
-    InMemorySettingsStore store({{"saveFolderURL", ""}, {"lightBackgroundURL", ValueArray{"/"}}});
+    // Empty or not text: nothing.
+    store.setObject("", "saveFolderURL");
+    store.setObject(ValueArray{"/"}, "lightBackgroundURL");
     EXPECT_EQ(Preferences::url(store, K::saveFolderURL), std::nullopt);
     EXPECT_EQ(Preferences::url(store, K::lightBackgroundURL), std::nullopt);
 }
 
-TEST(Preferences, SetUrlStoresThePathAndNothingRemovesTheKey) {
-    TemporaryFolder folder;
-    InMemorySettingsStore store;
-    Preferences::setURL(store, folder.path().string(), K::saveFolderURL);
-    EXPECT_EQ(store.objectForKey("saveFolderURL"), Value(folder.path().string()));
-    Preferences::setURL(store, std::nullopt, K::saveFolderURL);
-    EXPECT_FALSE(store.objectForKey("saveFolderURL").has_value());
-    EXPECT_EQ(Preferences::url(store, K::saveFolderURL), std::nullopt);
-}
-
-TEST(Preferences, WritersStoreRawValuesAndTheSaveFolderPath) {
+TEST(Preferences, WritersStoreRawValuesAndNoUrlRemovesTheKey) {
     InMemorySettingsStore store;
     Preferences::setWindowSizePreset(store, WindowSizePreset::threeQ);
     Preferences::setSaveFolderURL(store, "/shots");
     EXPECT_EQ(store.objectForKey("windowSizePreset"), Value("threeQ"));
     EXPECT_EQ(store.objectForKey("saveFolderURL"), Value("/shots"));
-    EXPECT_EQ(Preferences::windowSizePreset(store), WindowSizePreset::threeQ);
+    Preferences::setURL(store, "/pics/a.png", K::lightBackgroundURL);
+    EXPECT_EQ(store.objectForKey("lightBackgroundURL"), Value("/pics/a.png"));
+    Preferences::setURL(store, std::nullopt, K::saveFolderURL);
+    EXPECT_FALSE(store.objectForKey("saveFolderURL").has_value());
 }
 
 // The first-run background: which kind and which picture one appearance starts with.
@@ -262,24 +253,20 @@ TEST_P(FirstRunBackground, ChoosesKindAndPicture) {
     EXPECT_EQ(choice.fillColor, Color::white(0.95));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Preferences, FirstRunBackground,
-    testing::Values(FirstRunCase{"NothingStoredIsFirstRun", std::nullopt,
-                                 FirstRunCase::Picture::none, BackgroundKind::image, true},
-                    FirstRunCase{"DeletedPictureWithoutKindIsFirstRun", std::nullopt,
-                                 FirstRunCase::Picture::deleted, BackgroundKind::image, true},
-                    FirstRunCase{"DeletedPictureKeepsImageKind", "image",
-                                 FirstRunCase::Picture::deleted, BackgroundKind::image, true},
-                    FirstRunCase{"PictureWithoutKindIsColor", std::nullopt,
-                                 FirstRunCase::Picture::existing, BackgroundKind::color, false},
-                    FirstRunCase{"CapitalisedKindIsColor", "Image", FirstRunCase::Picture::none,
-                                 BackgroundKind::color, true},
-                    FirstRunCase{"KindOfAnyTypeEndsFirstRun", 1, FirstRunCase::Picture::none,
-                                 BackgroundKind::color, true},
-                    FirstRunCase{"TransparentKeepsItsPicture", "transparent",
-                                 FirstRunCase::Picture::existing, BackgroundKind::transparent,
-                                 false}),
+using enum FirstRunCase::Picture;
+using enum BackgroundKind;
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Preferences, FirstRunBackground, testing::Values(
+    FirstRunCase{"NothingStoredIsFirstRun", std::nullopt, none, image, true},
+    FirstRunCase{"DeletedPictureWithoutKindIsFirstRun", std::nullopt, deleted, image, true},
+    FirstRunCase{"DeletedPictureKeepsImageKind", "image", deleted, image, true},
+    FirstRunCase{"PictureWithoutKindIsColor", std::nullopt, existing, color, false},
+    FirstRunCase{"CapitalisedKindIsColor", "Image", none, color, true},
+    FirstRunCase{"KindOfAnyTypeEndsFirstRun", 1, none, color, true},
+    FirstRunCase{"TransparentKeepsItsPicture", "transparent", existing, transparent, false}),
     [](const auto& caseInfo) { return std::string(caseInfo.param.name); });
+// clang-format on
 
 TEST(Preferences, DarkBackgroundReadsItsOwnKeys) {
     BundleFixture fixture;
