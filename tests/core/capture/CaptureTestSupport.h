@@ -34,31 +34,33 @@ struct CaptureFakes {
     CaptureFakes() { processes.ownPid = 9999; }
 
     Environment env() {
-        Environment e;
-        e.clock = &clock;
-        e.workers = &workers;
-        e.windowList = &windowList;
-        e.capture = &capture;
-        e.spaces = &spaces;
-        e.sizing = &sizing;
-        e.screens = &screens;
-        e.processes = &processes;
-        e.canvases = &canvases;
-        return e;
+        return {.clock = &clock,
+                .workers = &workers,
+                .screens = &screens,
+                .windowList = &windowList,
+                .capture = &capture,
+                .spaces = &spaces,
+                .sizing = &sizing,
+                .processes = &processes,
+                .canvases = &canvases};
     }
 
     // A regular application running as `pid`.
     void addApp(std::int32_t pid, const std::string& name,
                 std::optional<std::string> bundle = std::nullopt,
                 ActivationPolicy policy = ActivationPolicy::regular) {
-        RunningApplication app;
-        app.pid = pid;
-        app.localizedName = name;
-        app.bundleIdentifier = std::move(bundle);
-        app.activationPolicy = policy;
-        processes.add(app);
+        processes.add({.pid = pid,
+                       .bundleIdentifier = std::move(bundle),
+                       .localizedName = name,
+                       .activationPolicy = policy});
     }
 };
+
+// An 800 × 600 window of the window server's list.
+inline Value listed(std::uint32_t number, std::int32_t pid, const std::string& owner,
+                    const std::string& title = "", int layer = 0) {
+    return windowRecord(number, pid, owner, title, {0, 0, 800, 600}, layer);
+}
 
 template <class T>
 T runToEnd(Task<T> task) {

@@ -26,7 +26,7 @@ Value with(Value record, const std::string& key, Value v) {
     return dict;
 }
 
-const Value kBase = windowRecord(7, 100, "Pad", "Notes", {0, 0, 800, 600});
+const Value kBase = listed(7, 100, "Pad", "Notes");
 
 class WindowFilters : public ::testing::TestWithParam<FilterCase> {};
 
@@ -42,43 +42,37 @@ TEST_P(WindowFilters, DecideBothLists) {
     EXPECT_EQ(TargetLists::freshCompositeRows(env, 0).size(), GetParam().isRow ? 1u : 0u);
 }
 
-const Value kSize199 = windowRecord(7, 100, "Pad", "", {0, 0, 199, 500});
+Value sized(double w, double h) {
+    return windowRecord(7, 100, "Pad", "", {0, 0, w, h});
+}
+Value layered(int layer) {
+    return listed(7, 100, "Pad", "", layer);
+}
 
-INSTANTIATE_TEST_SUITE_P(
-    TargetDiscovery, WindowFilters,
-    ::testing::Values(
-        FilterCase{"Ordinary", kBase, true, true},
-        FilterCase{"Width199IsOnlyARow", kSize199, false, true},
-        FilterCase{"Width40IsNeither", windowRecord(7, 100, "Pad", "", {0, 0, 40, 500}), false,
-                   false},
-        FilterCase{"Exactly200By100IsATarget", windowRecord(7, 100, "Pad", "", {0, 0, 200, 100}),
-                   true, true},
-        FilterCase{"Exactly50By50IsARow", windowRecord(7, 100, "Pad", "", {0, 0, 50, 50}), false,
-                   true},
-        FilterCase{"Layer3IsOnlyARow", windowRecord(7, 100, "Pad", "", {0, 0, 800, 600}, 3), false,
-                   true},
-        FilterCase{"Layer24", windowRecord(7, 100, "Pad", "", {0, 0, 800, 600}, 24), false, false},
-        FilterCase{"Layer25", windowRecord(7, 100, "Pad", "", {0, 0, 800, 600}, 25), false, false},
-        FilterCase{"LayerMinus1", windowRecord(7, 100, "Pad", "", {0, 0, 800, 600}, -1), false,
-                   false},
-        FilterCase{"LayerAsText", with(kBase, WindowKey::layer, "0"), false, false},
-        FilterCase{"OwnWindow", windowRecord(7, 200, "Zephyrdock", "", {0, 0, 800, 600}), false,
-                   false},
-        FilterCase{"AccessoryApplication", windowRecord(7, 300, "Helper", "", {0, 0, 800, 600}),
-                   false, false},
-        FilterCase{"UnknownProcess", windowRecord(7, 999, "Gone", "", {0, 0, 800, 600}), false,
-                   false},
-        FilterCase{"NoOwnerName", with(kBase, WindowKey::ownerName, Value()), false, false},
-        FilterCase{"NegativeNumber", with(kBase, WindowKey::number, -1), false, false},
-        FilterCase{"NumberBeyond32Bits", with(kBase, WindowKey::number, std::int64_t{1} << 32),
-                   false, false},
-        FilterCase{"NoBoundsPasses", with(kBase, WindowKey::bounds, Value()), true, true},
-        FilterCase{"BoundsNotNumbersPass",
-                   with(kBase, WindowKey::bounds, ValueDictionary{{"Width", "wide"}}), true, true},
-        FilterCase{"BoundsWithoutHeightFail",
-                   with(kBase, WindowKey::bounds, ValueDictionary{{"Width", 900}}), false, false},
-        FilterCase{"TitleOfAnotherTypeIsEmpty", with(kBase, WindowKey::name, 5), true, true}),
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(TargetDiscovery, WindowFilters, ::testing::Values(
+    FilterCase{"Ordinary", kBase, true, true},
+    FilterCase{"Width199IsOnlyARow", sized(199, 500), false, true},
+    FilterCase{"Width40IsNeither", sized(40, 500), false, false},
+    FilterCase{"Exactly200By100IsATarget", sized(200, 100), true, true},
+    FilterCase{"Exactly50By50IsARow", sized(50, 50), false, true},
+    FilterCase{"Layer3IsOnlyARow", layered(3), false, true},
+    FilterCase{"Layer24", layered(24), false, false},
+    FilterCase{"Layer25", layered(25), false, false},
+    FilterCase{"LayerMinus1", layered(-1), false, false},
+    FilterCase{"LayerAsText", with(kBase, WindowKey::layer, "0"), false, false},
+    FilterCase{"OwnWindow", listed(7, 200, "Zephyrdock"), false, false},
+    FilterCase{"AccessoryApplication", listed(7, 300, "Helper"), false, false},
+    FilterCase{"UnknownProcess", listed(7, 999, "Gone"), false, false},
+    FilterCase{"NoOwnerName", with(kBase, WindowKey::ownerName, Value()), false, false},
+    FilterCase{"NegativeNumber", with(kBase, WindowKey::number, -1), false, false},
+    FilterCase{"NumberBeyond32Bits", with(kBase, WindowKey::number, std::int64_t{1} << 32), false, false},
+    FilterCase{"NoBoundsPasses", with(kBase, WindowKey::bounds, Value()), true, true},
+    FilterCase{"BoundsNotNumbersPass", with(kBase, WindowKey::bounds, ValueDictionary{{"Width", "wide"}}), true, true},
+    FilterCase{"BoundsWithoutHeightFail", with(kBase, WindowKey::bounds, ValueDictionary{{"Width", 900}}), false, false},
+    FilterCase{"TitleOfAnotherTypeIsEmpty", with(kBase, WindowKey::name, 5), true, true}),
     [](const auto& testCase) { return std::string(testCase.param.name); });
+// clang-format on
 
 TEST(RunningApps, SortsByApplicationThenTitleWithoutCaseKeepingTheServersOrderForTies) {
     CaptureFakes fakes;
@@ -86,11 +80,11 @@ TEST(RunningApps, SortsByApplicationThenTitleWithoutCaseKeepingTheServersOrderFo
     fakes.addApp(2, "Banana");
     fakes.addApp(3, "apple");
     fakes.windowList.setWindows(ValueArray{
-        windowRecord(10, 1, "Notes", "beta", {0, 0, 800, 600}),
-        windowRecord(11, 2, "Banana", "", {0, 0, 800, 600}),
-        windowRecord(12, 1, "Notes", "Alpha", {0, 0, 800, 600}),
-        windowRecord(13, 3, "apple", "x", {0, 0, 800, 600}),
-        windowRecord(14, 1, "Notes", "alpha", {0, 0, 800, 600}),
+        listed(10, 1, "Notes", "beta"),
+        listed(11, 2, "Banana"),
+        listed(12, 1, "Notes", "Alpha"),
+        listed(13, 3, "apple", "x"),
+        listed(14, 1, "Notes", "alpha"),
     });
     auto targets = RunningApps::currentTargets(fakes.env());
     std::vector<std::uint32_t> ids;
@@ -105,8 +99,7 @@ TEST(RunningApps, SortsByApplicationThenTitleWithoutCaseKeepingTheServersOrderFo
 TEST(RunningApps, AnUnreadableListGivesNoTargets) {
     CaptureFakes fakes;
     fakes.addApp(1, "Notes");
-    for (Value reply : {Value(), Value("list"),
-                        Value(ValueArray{windowRecord(10, 1, "Notes", "", {0, 0, 800, 600}), 3})}) {
+    for (Value reply : {Value(), Value("list"), Value(ValueArray{listed(10, 1, "Notes"), 3})}) {
         fakes.windowList.setWindows(reply);
         EXPECT_TRUE(RunningApps::currentTargets(fakes.env()).empty());
     }

@@ -24,31 +24,26 @@ class TargetListsTest : public ::testing::Test {
 };
 
 TEST_F(TargetListsTest, SelectionFollowsTheApplicationWhenItsWindowComesBackUnderANewNumber) {
-    list({windowRecord(1, 10, "Pad", "Doc", {0, 0, 800, 600}),
-          windowRecord(2, 20, "Viewer", "", {0, 0, 800, 600})});
+    list({listed(1, 10, "Pad", "Doc"), listed(2, 20, "Viewer")});
     reload();
     selected = 1;
     // Relaunched: a new pid and window number, same identity.
     fakes.addApp(11, "Pad", "org.pad");
-    list({windowRecord(5, 11, "Pad", "Doc", {0, 0, 800, 600}),
-          windowRecord(2, 20, "Viewer", "", {0, 0, 800, 600})});
+    list({listed(5, 11, "Pad", "Doc"), listed(2, 20, "Viewer")});
     reload();
     EXPECT_EQ(selected, 5u);
     EXPECT_EQ(TargetLists::selectedTarget(targets, selected)->pid, 11);
 }
 
 TEST_F(TargetListsTest, SelectionMovesToTheFirstSortedWindowOfTheApplicationOrIsUnset) {
-    list({windowRecord(1, 10, "Pad", "b", {0, 0, 800, 600}),
-          windowRecord(2, 10, "Pad", "c", {0, 0, 800, 600}),
-          windowRecord(3, 10, "Pad", "a", {0, 0, 800, 600})});
+    list({listed(1, 10, "Pad", "b"), listed(2, 10, "Pad", "c"), listed(3, 10, "Pad", "a")});
     reload();
     selected = 1;
-    list({windowRecord(2, 10, "Pad", "c", {0, 0, 800, 600}),
-          windowRecord(3, 10, "Pad", "a", {0, 0, 800, 600})});
+    list({listed(2, 10, "Pad", "c"), listed(3, 10, "Pad", "a")});
     reload();
     EXPECT_EQ(selected, 3u);
 
-    list({windowRecord(9, 20, "Viewer", "", {0, 0, 800, 600})});
+    list({listed(9, 20, "Viewer")});
     reload();
     EXPECT_FALSE(selected.has_value());
     reload();
@@ -57,18 +52,16 @@ TEST_F(TargetListsTest, SelectionMovesToTheFirstSortedWindowOfTheApplicationOrIs
 
 TEST_F(TargetListsTest, SameNameWithAnotherIdentityStillCountsAsTheSameApplication) {
     fakes.addApp(30, "Pad", "com.other.pad");
-    list({windowRecord(1, 10, "Pad", "", {0, 0, 800, 600})});
+    list({listed(1, 10, "Pad")});
     reload();
     selected = 1;
-    list({windowRecord(4, 30, "Pad", "", {0, 0, 800, 600})});
+    list({listed(4, 30, "Pad")});
     reload();
     EXPECT_EQ(selected, 4u);
 }
 
 TEST_F(TargetListsTest, AChosenDesktopNarrowsBothListsAndAWindowOnSeveralDesktopsStays) {
-    list({windowRecord(1, 10, "Pad", "", {0, 0, 800, 600}),
-          windowRecord(2, 20, "Viewer", "", {0, 0, 800, 600}),
-          windowRecord(3, 20, "Viewer", "sticky", {0, 0, 800, 600})});
+    list({listed(1, 10, "Pad"), listed(2, 20, "Viewer"), listed(3, 20, "Viewer", "sticky")});
     fakes.spaces.placeWindow(1, {100});
     fakes.spaces.placeWindow(2, {200});
     fakes.spaces.placeWindow(3, {100, 200});
@@ -104,8 +97,7 @@ TEST(CompositeRows, MergeKeepsTheUsersOrderAndTicksTakesNewTitlesAndAppendsNewWi
 }
 
 TEST_F(TargetListsTest, CompositeRowsAskForAllWindowsFrontToBackAllTicked) {
-    list({windowRecord(2, 20, "Viewer", "", {0, 0, 60, 60}, 8),
-          windowRecord(1, 10, "Pad", "Doc", {0, 0, 800, 600})});
+    list({windowRecord(2, 20, "Viewer", "", {0, 0, 60, 60}, 8), listed(1, 10, "Pad", "Doc")});
     std::vector<CompositeEntry> rows;
     TargetLists::reloadCompositeWindows(fakes.env(), 0, rows);
     EXPECT_EQ(rows,
