@@ -4,6 +4,7 @@
 
 #include <fstream>
 
+#include "support/TemporaryFolder.h"
 #include "testing/FakeImageCodec.h"
 
 namespace zd {
@@ -31,20 +32,12 @@ std::vector<CapturedShot> notesShots() {
 
 class RunOutputTest : public ::testing::Test {
   protected:
-    void SetUp() override {
-        saveFolder = fs::temp_directory_path() /
-                     ("zd-runoutput-" +
-                      std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-        fs::remove_all(saveFolder);
-    }
-    void TearDown() override { fs::remove_all(saveFolder); }
-
     // One run as the run driver does it: name, destination, save.
     fs::path run(const std::vector<CapturedShot>& shots, DestinationMode mode,
-                 const std::string& variant, const std::string& appName = "Notes") {
-        const std::string folder = runFolderName(applicationWord(appName), variant, stamp);
+                 const std::string& variant) {
+        const std::string name = runFolderName(applicationWord("Notes"), variant, stamp);
         const Destination destination =
-            resolveDestination(mode, lastRunRoot, saveFolder, folder, variant);
+            resolveDestination(mode, lastRunRoot, saveFolder, name, variant);
         auto saved = saveAll(
             shots, destination.runRoot, stamp, destination.variantPrefix,
             [&](const CapturedShot& s) {
@@ -68,7 +61,8 @@ class RunOutputTest : public ::testing::Test {
         return found;
     }
 
-    fs::path saveFolder;
+    test::TemporaryFolder folder;
+    fs::path saveFolder = folder.path();
     std::optional<fs::path> lastRunRoot;
     FakeImageCodec codec;
     std::vector<std::string> composed;
@@ -83,8 +77,7 @@ TEST_F(RunOutputTest, NewRunWithoutVariantWritesOneFolderPerLanguage) {
     EXPECT_EQ(composed,
               (std::vector<std::string>{"de-light", "de-dark", "pt-BR-light", "pt-BR-dark"}));
     std::ifstream in(saveFolder / (root + "de/light.png"));
-    std::string content((std::istreambuf_iterator<char>(in)), {});
-    EXPECT_EQ(content, "PNG 4 3");
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), "PNG 4 3");
 }
 
 TEST_F(RunOutputTest, GroupedRunsShareTheFolderAndNumberPerStem) {
@@ -148,20 +141,16 @@ TEST_F(RunOutputTest, LanguageCodesNeverLeaveTheRunFolder) {
 }
 
 TEST_F(RunOutputTest, FirstFailureStopsAndKeepsWhatWasWritten) {
-    fs::create_directories(saveFolder / "root");
-    std::ofstream(saveFolder / "root" / "pt-BR") << "a file where a folder should be";
-    const auto result = saveAll(
-        notesShots(), saveFolder / "root", stamp, "", [](const CapturedShot& s) { return s.image; },
-        codec);
+    const auto asIs = [](const CapturedShot& s) { return s.image; };
+    folder.file("root/pt-BR", "a file where a folder should be");
+    const auto result = saveAll(notesShots(), saveFolder / "root", stamp, "", asIs, codec);
     ASSERT_FALSE(result);
     EXPECT_FALSE(result.error().localizedDescription.empty());
     EXPECT_TRUE(fs::exists(saveFolder / "root" / "de" / "dark.png"));
     EXPECT_FALSE(fs::exists(saveFolder / "root" / "pt-BR" / "dark.png"));
 
     codec.failEncoding = true;
-    const auto encoding = saveAll(
-        notesShots(), saveFolder / "other", stamp, "",
-        [](const CapturedShot& s) { return s.image; }, codec);
+    const auto encoding = saveAll(notesShots(), saveFolder / "other", stamp, "", asIs, codec);
     ASSERT_FALSE(encoding);
     EXPECT_EQ(encoding.error(), OutputError::couldNotEncodePNG());
     EXPECT_FALSE(fs::exists(saveFolder / "other" / "de" / "light.png"));  // stopped at the first
@@ -169,8 +158,7 @@ TEST_F(RunOutputTest, FirstFailureStopsAndKeepsWhatWasWritten) {
 }
 
 TEST_F(RunOutputTest, UniquePathTakesTheFirstFreeNumber) {
-    fs::create_directories(saveFolder);
-    auto touch = [&](const std::string& name) { std::ofstream(saveFolder / name) << "x"; };
+    auto touch = [&](const std::string& name) { folder.file(name); };
     EXPECT_EQ(*uniquePath(saveFolder / "new" / "deep", "light", "png"),
               saveFolder / "new" / "deep" / "light.png");
     EXPECT_TRUE(fs::is_directory(saveFolder / "new" / "deep"));
@@ -213,13 +201,8 @@ TEST(RunFolderName, ApplicationWordVariantAndStamp) {
 }
 
 TEST(StampString, LocalTimeInTheFixedForm) {
-    std::tm local{};
-    local.tm_year = 2026 - 1900;
-    local.tm_mon = 2;
-    local.tm_mday = 9;
-    local.tm_hour = 14;
-    local.tm_min = 15;
-    local.tm_sec = 2;
+    std::tm local{
+        .tm_sec = 2, .tm_min = 15, .tm_hour = 14, .tm_mday = 9, .tm_mon = 2, .tm_year = 126};
     local.tm_isdst = -1;
     const auto time = std::chrono::system_clock::from_time_t(std::mktime(&local));
     EXPECT_EQ(stampString(time), "2026-03-09-141502");
