@@ -8,6 +8,7 @@
 
 #include "composition/MenuBarRenderer.h"
 #include "env/Environment.h"
+#include "support/TemporaryFolder.h"
 #include "testing/FakeImageCodec.h"
 #include "testing/FakeWindowListBackend.h"
 #include "testing/RecordingCanvas.h"
@@ -332,14 +333,8 @@ TEST_F(CompositorTest, EnvironmentSuppliesTheLiveBarHeightFromOnScreenWindows) {
 
 class WritePNG : public ::testing::Test {
   protected:
-    void SetUp() override {
-        root = std::filesystem::temp_directory_path() /
-               ("zd-writepng-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) +
-                "-" + ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        std::filesystem::remove_all(root);
-    }
-    void TearDown() override { std::filesystem::remove_all(root); }
-    std::filesystem::path root;
+    test::TemporaryFolder folder;
+    std::filesystem::path root = folder.path() / "out";
     FakeImageCodec codec;
 };
 
@@ -347,8 +342,7 @@ TEST_F(WritePNG, CreatesParentFoldersAndWritesTheEncodedBytes) {
     const auto path = root / "a" / "b" / "light.png";
     ASSERT_TRUE(Compositor::writePNG(Image(3, 2), path, codec));
     std::ifstream in(path, std::ios::binary);
-    std::string content((std::istreambuf_iterator<char>(in)), {});
-    EXPECT_EQ(content, "PNG 3 2");
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), "PNG 3 2");
 }
 
 TEST_F(WritePNG, EncodingFailureWritesNothingAndAFolderInTheWayIsAFileSystemFailure) {
@@ -363,8 +357,7 @@ TEST_F(WritePNG, EncodingFailureWritesNothingAndAFolderInTheWayIsAFileSystemFail
     EXPECT_EQ(Compositor::writePNG(Image(), path, codec).error().localizedDescription,
               "Could not encode PNG");
 
-    std::filesystem::create_directories(root);
-    std::ofstream(root / "blocker") << "x";
+    folder.file("out/blocker");
     auto blocked = Compositor::writePNG(Image(1, 1), root / "blocker" / "light.png", codec);
     ASSERT_FALSE(blocked);
     EXPECT_NE(blocked.error().domain, "Zephyrdock");
