@@ -23,12 +23,11 @@ using Log = std::vector<std::string>;
 const std::string bundle = "org.example.Editor";
 
 RunningApplication app(std::int32_t pid, int launchedAtSecond) {
-    RunningApplication a;
-    a.pid = pid;
-    a.bundleIdentifier = bundle;
-    a.localizedName = "Editor";
-    a.launchDate = std::chrono::system_clock::time_point(std::chrono::seconds(launchedAtSecond));
-    return a;
+    return {.pid = pid,
+            .bundleIdentifier = bundle,
+            .localizedName = "Editor",
+            .launchDate =
+                std::chrono::system_clock::time_point(std::chrono::seconds(launchedAtSecond))};
 }
 
 Task<void> keep(Task<Result> task, std::optional<Result>& out) {
@@ -61,25 +60,18 @@ struct RelaunchTest : ::testing::Test {
     }
 
     Environment env() {
-        Environment e;
-        e.clock = &clock;
-        e.workers = &workers;
-        e.processes = &processes;
-        e.languageOverride = &overrides;
-        e.windowList = &windows;
-        return e;
+        return {.clock = &clock,
+                .workers = &workers,
+                .windowList = &windows,
+                .processes = &processes,
+                .languageOverride = &overrides};
     }
     void addWindow(std::uint32_t number, std::int32_t pid, double w, double h) {
         onScreen.push_back(testing::windowRecord(number, pid, "Editor", "Untitled", {0, 0, w, h}));
         windows.setWindows(onScreen);
     }
     CaptureTarget target(std::optional<std::string> id = bundle) {
-        CaptureTarget t;
-        t.id = 3;
-        t.pid = 10;
-        t.appName = "Editor";
-        t.bundleId = std::move(id);
-        return t;
+        return {.id = 3, .appName = "Editor", .pid = 10, .bundleId = std::move(id)};
     }
     std::optional<Result> run(CaptureTarget t, double timeout = 12.0) {
         std::optional<Result> out;
@@ -145,8 +137,8 @@ TEST_F(RelaunchTest, TargetThatRefusesToQuitIsForcedAfterFourSeconds) {
     ASSERT_NE(force, log.end());
     // Polled every 0.15 s until the four seconds were up: 27 polls, then the kill and its pause.
     EXPECT_EQ(count(Log(log.begin(), force), "sleep 150ms"), 27u);
-    EXPECT_EQ(*(force + 1), "sleep 400ms");
-    EXPECT_EQ(*(force + 2), "defaults write org.example.Editor AppleLanguages -array de");
+    EXPECT_EQ(Log(force + 1, force + 3),
+              (Log{"sleep 400ms", "defaults write org.example.Editor AppleLanguages -array de"}));
 }
 
 TEST_F(RelaunchTest, AnotherInstanceUsesUpTheTwoSecondsAndTheNewestInstanceIsTriedFirst) {
@@ -230,10 +222,10 @@ TEST_F(RelaunchTest, RevertClearsTheKeysEndsEveryInstanceAndStartsInTheBackgroun
     processes.add(app(11, 50));
     processes.refusesToQuit.insert(11);
     ASSERT_TRUE(revert());
-    EXPECT_EQ(log.at(0), "defaults delete org.example.Editor AppleLanguages");
-    EXPECT_EQ(log.at(1), "defaults delete org.example.Editor AppleLocale");
-    EXPECT_EQ(log.at(2), "terminate 10");
-    EXPECT_EQ(log.at(3), "terminate 11");
+    EXPECT_EQ(
+        Log(log.begin(), log.begin() + 4),
+        (Log{"defaults delete org.example.Editor AppleLanguages",
+             "defaults delete org.example.Editor AppleLocale", "terminate 10", "terminate 11"}));
     EXPECT_EQ(count(log, "sleep 150ms"), 27u);
     EXPECT_EQ(log.at(log.size() - 2), "forceTerminate 11");
     EXPECT_EQ(log.back(), "launch /apps/editor (background)");
