@@ -78,106 +78,60 @@ TEST_P(Actions, WriteOnlyTheirOwnKeysAndAnnounce) {
     EXPECT_EQ(heard, GetParam().notices);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    EveryControl, Actions,
-    ::testing::Values(
-        ActionCase{"scope",
-                   [](ContentView& v) { v.setCaptureScope(CaptureScope::allWindows); },
-                   {"captureScope=all"}},
-        ActionCase{"sizePreset",
-                   [](ContentView& v) { v.setSizePreset(WindowSizePreset::full); },
-                   {"windowSizePreset=full"}},
-        ActionCase{"lastAppearanceStays",
-                   [](ContentView& v) { v.toggleAppearance(dark); },
-                   {"captureLight=false", "captureDark=true"}},
-        ActionCase{
-            "appearanceOnAndOff",
-            [](ContentView& v) {
-                v.toggleAppearance(light);
-                v.toggleAppearance(dark);
-            },
-            {"captureLight=true", "captureDark=true", "captureLight=true", "captureDark=false"},
-            {ViewChange::settings, ViewChange::settings}},
-        ActionCase{"addLanguage",
-                   [](ContentView& v) {
-                       v.addLanguage({"ja", "Japanese"});
-                   },
-                   {"languageCodes=[de,fr,de,ja]"}},
-        ActionCase{"addListedCode",
-                   [](ContentView& v) {
-                       v.addLanguage({"fr", "Other"});
-                   },
-                   {},
-                   {}},
-        ActionCase{"removeEveryEntryOfACode",
-                   [](ContentView& v) { v.removeLanguage(de); },
-                   {"languageCodes=[fr]"}},
-        ActionCase{"removeAll",
-                   [](ContentView& v) {
-                       v.languages = {de};
-                       v.removeLanguage(de);
-                   },
-                   {"languageCodes=[]"}},  // an empty list, not a removed key
-        ActionCase{"canvas",
-                   [](ContentView& v) { v.setOutputSize(OutputSize::mas1440); },
-                   {"outputSize=1440 \u00d7 900"}},
-        ActionCase{"typingOnly",
-                   [](ContentView& v) {
-                       v.setCustomCanvasWidth(0);
-                       v.setCustomCanvasHeight(-3);
-                   },
-                   {},
-                   {ViewChange::settings, ViewChange::settings}},
-        ActionCase{"commitsUnclamped",
-                   [](ContentView& v) {
-                       v.customCanvasWidth = 0;
-                       v.customCanvasHeight = -3;
-                       v.commitCustomCanvasWidth();
-                       v.commitCustomCanvasHeight();
-                   },
-                   {"customCanvasWidth=0", "customCanvasHeight=-3"},
-                   {}},
-        ActionCase{
-            "shadow", [](ContentView& v) { v.setWindowShadow(false); }, {"windowShadow=false"}},
-        ActionCase{"kind",
-                   [](ContentView& v) { v.setBackgroundKind(dark, BackgroundKind::transparent); },
-                   {"darkBackgroundKind=transparent"}},
-        ActionCase{"picture",
-                   [](ContentView& v) { v.setBackgroundURL(light, "/p/a.png"); },
-                   {"lightBackgroundURL=/p/a.png"}},
-        ActionCase{"clearPicture",
-                   [](ContentView& v) { v.setBackgroundURL(dark, std::nullopt); },
-                   {"-darkBackgroundURL"}},
-        ActionCase{
-            "chooserCancelled", [](ContentView& v) { v.chooseBackgroundImage(dark); }, {}, {}},
-        ActionCase{"dropOfNoFile",
-                   [](ContentView& v) { EXPECT_TRUE(v.handleDrop(dark, {"https://h/a.png"})); },
-                   {},
-                   {}},
-        ActionCase{"dropUsesTheFirst",
-                   [](ContentView& v) {
-                       EXPECT_FALSE(v.handleDrop(light, {}));
-                       EXPECT_TRUE(v.handleDrop(light, {"file:///a/b%20c.png", "file:///d"}));
-                   },
-                   {"lightBackgroundURL=/a/b c.png"}},
-        ActionCase{"countdown",
-                   [](ContentView& v) { v.setCountdownSeconds(10); },
-                   {"countdownSeconds=10"}},
-        ActionCase{"repeat",
-                   [](ContentView& v) { v.setCountdownAfterRelaunch(true); },
-                   {"countdownAfterRelaunch=true"}},
-        ActionCase{"unstored",
-                   [](ContentView& v) {
-                       v.setBackgroundFillColor(light, {});
-                       v.setMenuBar({});
-                       v.setVariantName("x");
-                       v.setShowingWindowsPopover(true);
-                       v.setDestinationMode(DestinationMode::group);
-                   },
-                   {},
-                   {ViewChange::settings, ViewChange::settings, ViewChange::settings,
-                    ViewChange::settings, ViewChange::lastRun}}),
+using V = ContentView&;
+constexpr auto settings = ViewChange::settings;
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(EveryControl, Actions, ::testing::Values(
+    ActionCase{"scope", [](V v) { v.setCaptureScope(CaptureScope::allWindows); }, {"captureScope=all"}},
+    ActionCase{"sizePreset", [](V v) { v.setSizePreset(WindowSizePreset::full); }, {"windowSizePreset=full"}},
+    ActionCase{"lastAppearanceStays", [](V v) { v.toggleAppearance(dark); },
+               {"captureLight=false", "captureDark=true"}},
+    ActionCase{"appearanceOnAndOff", [](V v) { v.toggleAppearance(light); v.toggleAppearance(dark); },
+               {"captureLight=true", "captureDark=true", "captureLight=true", "captureDark=false"},
+               {settings, settings}},
+    ActionCase{"addLanguage", [](V v) { v.addLanguage({"ja", "Japanese"}); }, {"languageCodes=[de,fr,de,ja]"}},
+    ActionCase{"addListedCode", [](V v) { v.addLanguage({"fr", "Other"}); }, {}, {}},
+    ActionCase{"removeEveryEntryOfACode", [](V v) { v.removeLanguage(de); }, {"languageCodes=[fr]"}},
+    // An empty list, not a removed key.
+    ActionCase{"removeAll", [](V v) { v.languages = {de}; v.removeLanguage(de); }, {"languageCodes=[]"}},
+    ActionCase{"canvas", [](V v) { v.setOutputSize(OutputSize::mas1440); }, {"outputSize=1440 \u00d7 900"}},
+    ActionCase{"typingOnly", [](V v) { v.setCustomCanvasWidth(0); v.setCustomCanvasHeight(-3); }, {},
+               {settings, settings}},
+    ActionCase{"commitsUnclamped",
+               [](V v) {
+                   v.customCanvasWidth = 0;
+                   v.customCanvasHeight = -3;
+                   v.commitCustomCanvasWidth();
+                   v.commitCustomCanvasHeight();
+               },
+               {"customCanvasWidth=0", "customCanvasHeight=-3"}, {}},
+    ActionCase{"shadow", [](V v) { v.setWindowShadow(false); }, {"windowShadow=false"}},
+    ActionCase{"kind", [](V v) { v.setBackgroundKind(dark, BackgroundKind::transparent); },
+               {"darkBackgroundKind=transparent"}},
+    ActionCase{"picture", [](V v) { v.setBackgroundURL(light, "/p/a.png"); }, {"lightBackgroundURL=/p/a.png"}},
+    ActionCase{"clearPicture", [](V v) { v.setBackgroundURL(dark, std::nullopt); }, {"-darkBackgroundURL"}},
+    ActionCase{"chooserCancelled", [](V v) { v.chooseBackgroundImage(dark); }, {}, {}},
+    ActionCase{"dropOfNoFile", [](V v) { EXPECT_TRUE(v.handleDrop(dark, {"https://h/a.png"})); }, {}, {}},
+    ActionCase{"dropUsesTheFirst",
+               [](V v) {
+                   EXPECT_FALSE(v.handleDrop(light, {}));
+                   EXPECT_TRUE(v.handleDrop(light, {"file:///a/b%20c.png", "file:///d"}));
+               },
+               {"lightBackgroundURL=/a/b c.png"}},
+    ActionCase{"countdown", [](V v) { v.setCountdownSeconds(10); }, {"countdownSeconds=10"}},
+    ActionCase{"repeat", [](V v) { v.setCountdownAfterRelaunch(true); }, {"countdownAfterRelaunch=true"}},
+    ActionCase{"unstored",
+               [](V v) {
+                   v.setBackgroundFillColor(light, {});
+                   v.setMenuBar({});
+                   v.setVariantName("x");
+                   v.setShowingWindowsPopover(true);
+                   v.setDestinationMode(DestinationMode::group);
+               },
+               {}, {settings, settings, settings, settings, ViewChange::lastRun}}),
     [](const auto& param) { return std::string(param.param.name); });
+// clang-format on
 
 TEST_F(Actions, ChosenPictureKeepsTheKindAndRowsReorder) {
     view.darkBackground.kind = BackgroundKind::image;
