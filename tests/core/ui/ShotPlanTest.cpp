@@ -47,17 +47,13 @@ TEST_F(ShotPlan, EntriesLanguagesOutsideAppearancesInside) {
         Strings ids;
         int count;
     };
+    constexpr auto single = CaptureScope::singleWindow;
     const std::vector<Case> cases{
-        {CaptureScope::singleWindow,
-         {de, fr},
-         both,
-         {"de-light", "de-dark", "fr-light", "fr-dark"},
-         4},
+        {single, {de, fr}, both, {"de-light", "de-dark", "fr-light", "fr-dark"}, 4},
         {CaptureScope::allWindows, {de, fr}, both, {"current-light", "current-dark"}, 2},
-        {CaptureScope::singleWindow, {}, dark, {"current-dark"}, 1},
-        {CaptureScope::singleWindow, {ptBR}, dark, {"pt-BR-dark"}, 1},
-        // No tile, yet the run would take one shot per language.
-        {CaptureScope::singleWindow, {de, fr}, {}, {}, 2},
+        {single, {}, dark, {"current-dark"}, 1},
+        {single, {ptBR}, dark, {"pt-BR-dark"}, 1},
+        {single, {de, fr}, {}, {}, 2},  // no tile, yet the run takes one shot per language
     };
     for (const auto& c : cases) {
         view.captureScope = c.scope;
