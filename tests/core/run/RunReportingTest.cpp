@@ -25,36 +25,31 @@ TEST_P(ErrorWords, FirstFittingTestWritesTheStatus) {
 
 const std::string generic = "The operation couldn\u2019t be completed. ";
 
-INSTANTIATE_TEST_SUITE_P(
-    Failures, ErrorWords,
-    ::testing::Values(
-        ErrorCase{"PermissionDenied", CaptureFailure::of(CaptureError::permissionDenied),
-                  "Screen Recording permission needed \u2014 System Settings \u2192 Privacy & "
-                  "Security."},
-        ErrorCase{"NoCompositeOnX11", CaptureFailure::of(CaptureError::permissionDenied),
-                  "Can't read windows off the screen \u2014 the X server needs the Composite "
-                  "extension.",
-                  HostPlatform::x11},
-        ErrorCase{"GsettingsOnX11",
-                  AppearanceController::Failure{
-                      AppearanceController::Failure::Kind::automationDenied, {}},
-                  "Couldn't toggle Dark Mode \u2014 gsettings couldn't change the desktop's colour "
-                  "scheme; check the session's D-Bus, then retry.",
-                  HostPlatform::x11},
-        ErrorCase{"WindowNotFoundIsGeneric", CaptureFailure::of(CaptureError::windowNotFound),
-                  "Capture failed: " + generic + "(Zephyrdock.CaptureError error 0.)"},
-        ErrorCase{"NoDisplayIsGeneric", CaptureFailure::of(CaptureError::noDisplay),
-                  "Capture failed: " + generic + "(Zephyrdock.CaptureError error 3.)"},
-        ErrorCase{"SystemFailureKeepsItsText", CaptureFailure::system("The stream stopped."),
-                  "Capture failed: The stream stopped."},
-        ErrorCase{
-            "ScriptErrorIsGeneric",
-            AppearanceController::Failure{AppearanceController::Failure::Kind::scriptError, "boom"},
-            "Capture failed: " + generic + "(Zephyrdock.AppearanceController.Failure error 0.)"},
-        ErrorCase{
-            "MissingBundleIDIsGeneric", LanguageRelauncher::Failure::missingBundleID(),
-            "Capture failed: " + generic + "(Zephyrdock.LanguageRelauncher.Failure error 1.)"}),
+using Kind = AppearanceController::Failure::Kind;
+constexpr auto x11 = HostPlatform::x11;
+constexpr auto failure = CaptureFailure::of;
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Failures, ErrorWords, ::testing::Values(
+    ErrorCase{"PermissionDenied", failure(CaptureError::permissionDenied),
+              "Screen Recording permission needed \u2014 System Settings \u2192 Privacy & Security."},
+    ErrorCase{"NoCompositeOnX11", failure(CaptureError::permissionDenied),
+              "Can't read windows off the screen \u2014 the X server needs the Composite extension.", x11},
+    ErrorCase{"GsettingsOnX11", AppearanceController::Failure{Kind::automationDenied, {}},
+              "Couldn't toggle Dark Mode \u2014 gsettings couldn't change the desktop's colour scheme; "
+              "check the session's D-Bus, then retry.", x11},
+    ErrorCase{"WindowNotFoundIsGeneric", failure(CaptureError::windowNotFound),
+              "Capture failed: " + generic + "(Zephyrdock.CaptureError error 0.)"},
+    ErrorCase{"NoDisplayIsGeneric", failure(CaptureError::noDisplay),
+              "Capture failed: " + generic + "(Zephyrdock.CaptureError error 3.)"},
+    ErrorCase{"SystemFailureKeepsItsText", CaptureFailure::system("The stream stopped."),
+              "Capture failed: The stream stopped."},
+    ErrorCase{"ScriptErrorIsGeneric", AppearanceController::Failure{Kind::scriptError, "boom"},
+              "Capture failed: " + generic + "(Zephyrdock.AppearanceController.Failure error 0.)"},
+    ErrorCase{"MissingBundleIDIsGeneric", LanguageRelauncher::Failure::missingBundleID(),
+              "Capture failed: " + generic + "(Zephyrdock.LanguageRelauncher.Failure error 1.)"}),
     [](const auto& p) { return std::string(p.param.name); });
+// clang-format on
 
 // The summary after a multiple-windows run.
 CaptureEngine::CaptureRecords threeSelected(std::vector<CaptureEngine::CaptureOutcome> outcomes,
@@ -99,9 +94,10 @@ TEST(AllWindowsSummary, OneDroppedIsSingularAndEqualLabelsTakeOneOutcomeEach) {
     auto summary = makeAllWindowsSummary(records);
     ASSERT_TRUE(summary);
     EXPECT_EQ(summary->headline, "1 window didn't make it");
-    EXPECT_EQ(summary->lines[3], "\u2022 Mail  \u2014  captured  (0,0) 1\u00d71");
-    EXPECT_EQ(summary->lines[4], "\u2022 Mail  \u2014  not in SCShareableContent");
-    EXPECT_EQ(summary->lines[5], "\u2022 Term  \u2014  capture error  (0,0) 1\u00d71");
+    EXPECT_EQ(Strings(summary->lines.begin() + 3, summary->lines.begin() + 6),
+              (Strings{"\u2022 Mail  \u2014  captured  (0,0) 1\u00d71",
+                       "\u2022 Mail  \u2014  not in SCShareableContent",
+                       "\u2022 Term  \u2014  capture error  (0,0) 1\u00d71"}));
 }
 
 TEST_F(RunFixture, SummaryAlertIsAWarningWithOneButton) {
@@ -116,11 +112,7 @@ TEST_F(RunFixture, SummaryAlertIsAWarningWithOneButton) {
 
 // Finding the target again.
 CaptureTarget window(std::uint32_t id, std::string app, std::optional<std::string> bundle) {
-    CaptureTarget t;
-    t.id = id;
-    t.appName = std::move(app);
-    t.bundleId = std::move(bundle);
-    return t;
+    return {.id = id, .appName = std::move(app), .bundleId = std::move(bundle)};
 }
 
 struct RestoreCase {
@@ -143,15 +135,15 @@ TEST_P(RestoreSelection, MatchesByBundleThenNameElseKeepsOnlyAListedWindow) {
     EXPECT_EQ(view->targets.size(), 3u);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Cases, RestoreSelection,
-    ::testing::Values(RestoreCase{"BundleWinsOverName", "com.example.notes", "Notes", 7, 12},
-                      RestoreCase{"NameWhenBundleIsGone", "com.gone", "Notes", 7, 11},
-                      RestoreCase{"NoKeysAndWindowGoneClears", std::nullopt, "", 7, std::nullopt},
-                      RestoreCase{"NoMatchKeepsAListedSelection", "com.gone", "Gone", 10, 10},
-                      RestoreCase{"NothingSelectedStaysSo", "com.gone", std::nullopt, std::nullopt,
-                                  std::nullopt}),
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Cases, RestoreSelection, ::testing::Values(
+    RestoreCase{"BundleWinsOverName", "com.example.notes", "Notes", 7, 12},
+    RestoreCase{"NameWhenBundleIsGone", "com.gone", "Notes", 7, 11},
+    RestoreCase{"NoKeysAndWindowGoneClears", std::nullopt, "", 7, std::nullopt},
+    RestoreCase{"NoMatchKeepsAListedSelection", "com.gone", "Gone", 10, 10},
+    RestoreCase{"NothingSelectedStaysSo", "com.gone", std::nullopt, std::nullopt, std::nullopt}),
     [](const auto& p) { return std::string(p.param.name); });
+// clang-format on
 
 TEST_F(RunFixture, RetryFindsTheRelaunchedApplicationWhenItShowsUp) {
     services.targetsAnswer = [&] {
