@@ -18,7 +18,6 @@ class FakeCaptureBackend : public CaptureBackend {
     };
 
     Expected<ShareableContent, std::string> shareableContent() override {
-        ++contentQueries;
         if (contentFailure)
             return unexpected(*contentFailure);
         return content;
@@ -38,8 +37,6 @@ class FakeCaptureBackend : public CaptureBackend {
     std::optional<std::string> contentFailure;
     std::map<std::uint32_t, Image> pictures;
     std::map<std::uint32_t, CaptureFailure> failures;
-
-    int contentQueries = 0;
     std::vector<Call> captures;
 };
 

@@ -1,9 +1,8 @@
 #pragma once
 // An image codec for tests: pictures "on disk" are entries of a map, and PNG encoding yields a
-// small deterministic byte string (or fails when told to). Records the images it encoded.
+// small deterministic byte string (or fails when told to).
 
 #include <map>
-#include <mutex>
 #include <string>
 #include <vector>
 
@@ -17,32 +16,21 @@ class FakeImageCodec : public ImageCodec {
     bool failEncoding = false;
 
     std::optional<Image> load(const std::string& path) const override {
-        loadedPaths.push_back(path);
         auto found = files.find(path);
         if (found == files.end())
             return std::nullopt;
         return found->second;
     }
 
-    // "PNG w h" as bytes, so tests can tell which picture went to which file.
+    // "PNG w h" as bytes, so tests can tell which picture went to which file. Saving encodes
+    // on several threads at once: this only reads.
     std::optional<std::vector<std::uint8_t>> encodePNG(const Image& image) const override {
-        {
-            // Saving encodes on several threads at once.
-            std::lock_guard lock(mutex_);
-            encoded.push_back(image);
-        }
         if (failEncoding)
             return std::nullopt;
         const std::string text =
             "PNG " + std::to_string(image.width()) + " " + std::to_string(image.height());
         return std::vector<std::uint8_t>(text.begin(), text.end());
     }
-
-    mutable std::vector<std::string> loadedPaths;
-    mutable std::vector<Image> encoded;
-
-  private:
-    mutable std::mutex mutex_;
 };
 
 }  // namespace zd

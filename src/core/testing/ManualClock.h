@@ -14,7 +14,7 @@
 namespace zd::testing {
 
 class ManualClock : public Clock {
-public:
+  public:
     Nanos now() const override { return now_; }
     TimerId callAfter(Nanos delay, std::function<void()> fn) override;
     void cancel(TimerId id) override;
@@ -39,7 +39,7 @@ public:
 
     std::chrono::system_clock::time_point wallOrigin{};
 
-private:
+  private:
     Nanos now_{0};
     TimerId nextId_ = 1;
     std::map<std::pair<Nanos, TimerId>, std::function<void()>> timers_;
@@ -52,7 +52,7 @@ private:
 
 // Runs blocking work at once, on the calling thread.
 class InlineWorkerPool : public WorkerPool {
-public:
+  public:
     void run(std::function<void()> job, std::function<void()> done) override {
         ++jobs;
         job();
