@@ -7,16 +7,30 @@
 #include <string>
 #include <vector>
 
+#include "control/LanguageLaunch.h"
 #include "env/LanguageOverrideBackend.h"
 
 namespace zd::testing {
 
 class FakeLanguageOverrideBackend : public LanguageOverrideBackend {
   public:
-    std::optional<ToolResult> runDefaults(const std::vector<std::string>& arguments) override;
+    std::optional<ToolResult> runDefaults(const std::vector<std::string>& arguments) override {
+        runs.push_back(arguments);
+        std::string joined;
+        for (const auto& argument : arguments)
+            joined += (joined.empty() ? "" : " ") + argument;
+        if (log)
+            log->push_back("defaults " + joined);
+        if (toolMissing)
+            return std::nullopt;
+        auto it = answers.find(joined);
+        return it != answers.end() ? it->second : ToolResult{};
+    }
     std::vector<std::string> preferredLanguages() const override { return preferred; }
     // The argument form, as on macOS.
-    LanguageLaunchSettings launchSettings(const std::string& languageCode) const override;
+    LanguageLaunchSettings launchSettings(const std::string& languageCode) const override {
+        return LanguageLaunch::appleArguments(languageCode);
+    }
 
     std::map<std::string, ToolResult> answers;
     bool toolMissing = false;
