@@ -43,13 +43,10 @@ class CompositorTest : public ::testing::Test {
 };
 
 Compositor::Inputs inputsFor(Image window, Size canvas, bool fullDisplay = false) {
-    Compositor::Inputs inputs;
-    inputs.windowImage = std::move(window);
-    inputs.canvas = canvas;
-    inputs.isFullDisplayCapture = fullDisplay;
-    inputs.background.kind = BackgroundKind::color;
-    inputs.background.fillColor = {0.2, 0.3, 0.4, 1};
-    return inputs;
+    return {.windowImage = std::move(window),
+            .canvas = canvas,
+            .background = {BackgroundKind::color, std::nullopt, {0.2, 0.3, 0.4, 1}},
+            .isFullDisplayCapture = fullDisplay};
 }
 
 TEST_F(CompositorTest, ResultHasTheTruncatedCanvasSize) {
@@ -69,49 +66,62 @@ TEST_F(CompositorTest, CanvasThatCantBeABitmapGivesAnEmptyImage) {
     EXPECT_TRUE(render(inputsFor(Image(10, 10), {200, 200})).isNull());
 }
 
-TEST_F(CompositorTest, SingleWindowKeepsItsShareOfTheScreenWidth) {
-    // A window half the screen wide, on a 2880-pixel canvas for a 2880-pixel screen: k = 1.
+TEST_F(CompositorTest, SingleWindowIsDrawnWholeWithItsShadow) {
     const Image window(1440, 900);
-    render(inputsFor(window, {2880, 1800}));
+    render(inputsFor(window, {1440, 900}));  // half the screen's pixels: the shadow stays whole
     const auto draw = windowDraw(window);
-    // B = 1800 · 24 / 900 = 48, A = 1752.
-    EXPECT_EQ(draw.rect, (Rect{720, (1752 - 900) / 2.0, 1440, 900}));
     EXPECT_EQ(draw.source, (Rect{0, 0, 1440, 900}));
     ASSERT_TRUE(draw.shadow.has_value());
     EXPECT_EQ(*draw.shadow, (Shadow{{0, -16}, 40, Color::black(0.45)}));
     EXPECT_EQ(draw.op, CompositeOp::sourceOver);
 
-    // Half the canvas: the window halves too, the shadow stays.
-    render(inputsFor(window, {1440, 900}));
-    EXPECT_EQ(windowDraw(window).rect, (Rect{360, (876 - 450) / 2.0, 720, 450}));
-    EXPECT_EQ(windowDraw(window).shadow->blurRadius, 40);
-}
-
-TEST_F(CompositorTest, TallWindowIsShrunkToTheFreeHeight) {
-    const Image window(1000, 4000);
-    render(inputsFor(window, {2880, 1800}));
-    const double k = 1752.0 / 4000.0;
-    EXPECT_EQ(windowDraw(window).rect, (Rect{(2880 - k * 1000) / 2, 0, k * 1000, 1752}));
-}
-
-TEST_F(CompositorTest, WithoutAShadowTheWindowIsDrawnPlain) {
-    const Image window(800, 600);
-    auto inputs = inputsFor(window, {1440, 900});
-    inputs.applyShadow = false;
-    render(inputs);
+    auto plain = inputsFor(window, {1440, 900});
+    plain.applyShadow = false;
+    render(plain);
     EXPECT_FALSE(windowDraw(window).shadow.has_value());
     EXPECT_TRUE(drawn().callsOf(Kind::setShadow).empty());
 }
 
-TEST_F(CompositorTest, HiddenBarCentresTheWindowOnTheWholeCanvas) {
-    const Image window(1440, 900);
-    auto inputs = inputsFor(window, {2880, 1800});
-    inputs.menuBar.visible = false;
+// Where the window lands: its share of the screen's width (k = canvas / screen pixels), centred
+// in the free height above the bar (B = canvas height · 24 / 900), shrunk to fit.
+struct PlacementCase {
+    const char* name;
+    Size window, canvas;
+    bool barVisible;
+    Rect expected;
+};
+
+class WindowPlacement : public CompositorTest,
+                        public ::testing::WithParamInterface<PlacementCase> {};
+
+TEST_P(WindowPlacement, KeepsTheShareOfTheScreenCentredAboveTheBar) {
+    const auto& c = GetParam();
+    const Image window(static_cast<int>(c.window.width), static_cast<int>(c.window.height));
+    auto inputs = inputsFor(window, c.canvas);
+    inputs.menuBar.visible = c.barVisible;
     render(inputs);
-    EXPECT_EQ(windowDraw(window).rect, (Rect{720, 450, 1440, 900}));
-    EXPECT_TRUE(drawn().callsOf(Kind::drawSymbol).empty());
-    EXPECT_TRUE(drawn().callsOf(Kind::drawText).empty());
+    EXPECT_EQ(windowDraw(window).rect, c.expected);
+    if (!c.barVisible) {
+        EXPECT_TRUE(drawn().callsOf(Kind::drawSymbol).empty());
+        EXPECT_TRUE(drawn().callsOf(Kind::drawText).empty());
+    }
 }
+
+constexpr double k = 1752.0 / 4000.0;
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Cases, WindowPlacement, ::testing::Values(
+    // Half the screen wide on a canvas of the screen's pixels: k = 1, A = 1800 − 48.
+    PlacementCase{"HalfTheScreen", {1440, 900}, {2880, 1800}, true,
+                  {720, (1752 - 900) / 2.0, 1440, 900}},
+    PlacementCase{"HalfTheCanvasHalvesTheWindow", {1440, 900}, {1440, 900}, true,
+                  {360, (876 - 450) / 2.0, 720, 450}},
+    PlacementCase{"TallWindowShrunkToTheFreeHeight", {1000, 4000}, {2880, 1800}, true,
+                  {(2880 - k * 1000) / 2, 0, k * 1000, 1752}},
+    PlacementCase{"HiddenBarCentresOnTheWholeCanvas", {1440, 900}, {2880, 1800}, false,
+                  {720, 450, 1440, 900}}),
+    [](const auto& p) { return std::string(p.param.name); });
+// clang-format on
 
 TEST_F(CompositorTest, NoMainScreenUsesTheFallbackScreen) {
     const Image window(1440, 900);
@@ -316,10 +326,7 @@ TEST_F(CompositorTest, EnvironmentSuppliesTheLiveBarHeightFromOnScreenWindows) {
     windows.setWindows(
         ValueArray{testing::windowRecord(7, 1, "Dock", "", {0, 0, 1512, 982}),
                    testing::windowRecord(9, 1, "Window Server", "Menubar", {0, 0, 1512, 37}, 24)});
-    Environment env;
-    env.canvases = &canvases;
-    env.images = &codec;
-    env.windowList = &windows;
+    Environment env{.images = &codec, .windowList = &windows, .canvases = &canvases};
     const Image display(3024, 1964);
     Compositor::render(inputsFor(display, {3024, 1964}, true), env);
     ASSERT_EQ(windows.requests.size(), 1u);

@@ -51,10 +51,7 @@ TEST(MenuBarOCR, OcrAsksForTheAccurateRecogniserWithoutCorrectionAndNeverFails) 
     testing::ManualClock clock;
     testing::InlineWorkerPool workers;
     testing::FakeTextRecognitionBackend recognizer;
-    Environment env;
-    env.clock = &clock;
-    env.workers = &workers;
-    env.textRecognition = &recognizer;
+    Environment env{.clock = &clock, .workers = &workers, .textRecognition = &recognizer};
     recognizer.result =
         std::vector<TextObservation>{observation("Datei", 0.1), observation("Safari", 0.02)};
     Strings titles{"stale"};
@@ -87,18 +84,11 @@ struct MenuBarCaptureTest : ::testing::Test {
     std::optional<MenuBarOCR::MenuBarCapture> result;
 
     static ShareableWindow window(std::uint32_t id, int layer, Rect frame) {
-        ShareableWindow w;
-        w.windowID = id;
-        w.windowLayer = layer;
-        w.frame = frame;
-        return w;
+        return {.windowID = id, .frame = frame, .windowLayer = layer};
     }
     void run() {
-        Environment env;
-        env.clock = &clock;
-        env.workers = &workers;
-        env.capture = &capture;
-        env.canvases = &canvases;
+        Environment env{
+            .clock = &clock, .workers = &workers, .capture = &capture, .canvases = &canvases};
         spawn([](Environment e, std::optional<MenuBarOCR::MenuBarCapture>& out) -> Task<void> {
             out = co_await MenuBarOCR::captureMenuBarImage(e);
         }(env, result));
