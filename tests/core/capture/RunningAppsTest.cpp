@@ -66,6 +66,7 @@ INSTANTIATE_TEST_SUITE_P(TargetDiscovery, WindowFilters, ::testing::Values(
     FilterCase{"UnknownProcess", listed(7, 999, "Gone"), false, false},
     FilterCase{"NoOwnerName", with(kBase, WindowKey::ownerName, Value()), false, false},
     FilterCase{"NegativeNumber", with(kBase, WindowKey::number, -1), false, false},
+    FilterCase{"PidBeyond32Bits", with(kBase, WindowKey::ownerPID, (std::int64_t{1} << 32) + 100), false, false},
     FilterCase{"NumberBeyond32Bits", with(kBase, WindowKey::number, std::int64_t{1} << 32), false, false},
     FilterCase{"NoBoundsPasses", with(kBase, WindowKey::bounds, Value()), true, true},
     FilterCase{"BoundsNotNumbersPass", with(kBase, WindowKey::bounds, ValueDictionary{{"Width", "wide"}}), true, true},
@@ -108,6 +109,7 @@ TEST(RunningApps, AnUnreadableListGivesNoTargets) {
 TEST(RunningApps, CaseInsensitiveOrderFoldsAccentedCapitals) {
     EXPECT_EQ(RunningApps::compareCaseInsensitive("apple", "Banana"), -1);
     EXPECT_EQ(RunningApps::compareCaseInsensitive("ÉCLAIR", "éclair"), 0);
+    EXPECT_EQ(RunningApps::compareCaseInsensitive("ÞÀ", "þà"), 0);
     EXPECT_EQ(RunningApps::compareCaseInsensitive("ab", "a"), 1);
 }
 

@@ -229,6 +229,7 @@ TEST_F(RelaunchTest, RevertClearsTheKeysEndsEveryInstanceAndStartsInTheBackgroun
     EXPECT_EQ(count(log, "sleep 150ms"), 27u);
     EXPECT_EQ(log.at(log.size() - 2), "forceTerminate 11");
     EXPECT_EQ(log.back(), "launch /apps/editor (background)");
+    EXPECT_TRUE(processes.launches.back().createsNewInstance);
 }
 
 TEST_F(RelaunchTest, RevertOfAnApplicationGoneFromDiskStillClearsAndEnds) {

@@ -36,33 +36,28 @@ TEST_P(StoreRulesPlanWarning, SaysWhatTheMacAppStoreRefusesInOneLine) {
 
 const std::set<AppearanceMode> both{AppearanceMode::light, AppearanceMode::dark};
 
-INSTANTIATE_TEST_SUITE_P(
-    Cases, StoreRulesPlanWarning,
-    ::testing::Values(
-        // Only the backgrounds of enabled appearances count; an unknown size isn't judged.
-        WarningCase{std::nullopt,
-                    {AppearanceMode::light},
-                    background(BackgroundKind::transparent),
-                    std::nullopt},
-        WarningCase{Size{1920, 1200}, both, background(BackgroundKind::transparent),
-                    "The Mac App Store won't accept these pictures: the Dark background is "
-                    "transparent and it refuses alpha; the canvas 1920 \u00d7 1200 isn't 1280 "
-                    "\u00d7 800, 1440 \u00d7 900, 2560 \u00d7 1600 or 2880 \u00d7 1800."},
-        WarningCase{Size{1280, 800},
-                    {AppearanceMode::dark},
-                    background(BackgroundKind::color, 0.5),
-                    "The Mac App Store won't accept these pictures: the Dark background is "
-                    "translucent and it refuses alpha."}));
+const std::string refused =
+    "The Mac App Store won't accept these pictures: the Dark background is ";
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Cases, StoreRulesPlanWarning, ::testing::Values(
+    // Only the backgrounds of enabled appearances count; an unknown size isn't judged.
+    WarningCase{std::nullopt, {AppearanceMode::light}, background(BackgroundKind::transparent), std::nullopt},
+    WarningCase{Size{1920, 1200}, both, background(BackgroundKind::transparent),
+                refused + "transparent and it refuses alpha; the canvas 1920 \u00d7 1200 isn't 1280 "
+                "\u00d7 800, 1440 \u00d7 900, 2560 \u00d7 1600 or 2880 \u00d7 1800."},
+    WarningCase{Size{1280, 800}, {AppearanceMode::dark}, background(BackgroundKind::color, 0.5),
+                refused + "translucent and it refuses alpha."},
+    WarningCase{Size{1280, 800}, {AppearanceMode::dark}, background(BackgroundKind::color), std::nullopt}));
+// clang-format on
 
 PictureFacts goodPicture(std::string path, std::string group) {
-    PictureFacts p;
-    p.path = std::move(path);
-    p.group = std::move(group);
-    p.fileBytes = 3'000'000;
-    p.width = 2880;
-    p.height = 1800;
-    p.opaqueBounds = {2880, 1800};
-    return p;
+    return {.path = std::move(path),
+            .group = std::move(group),
+            .fileBytes = 3'000'000,
+            .width = 2880,
+            .height = 1800,
+            .opaqueBounds = {2880, 1800}};
 }
 
 // The alpha channel, the sizes and the count per language are checked end to end by the
