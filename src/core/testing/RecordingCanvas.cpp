@@ -4,6 +4,8 @@
 
 namespace zd {
 
+using Kind = CanvasCall::Kind;
+
 namespace {
 
 // Characters, not bytes, so that measured widths don't depend on the script's encoding.
@@ -34,22 +36,19 @@ TextMetrics RecordingCanvas::metricsFor(std::string_view text, double size) {
     return {0.5 * size * static_cast<double>(codePoints(text)), 0.7 * size, -0.2 * size};
 }
 
-CanvasCall& RecordingCanvas::add(CanvasCall::Kind kind) {
-    CanvasCall call;
-    call.kind = kind;
+void RecordingCanvas::add(CanvasCall call) {
     call.offset = state_.offset;
     call.shadow = state_.shadow;
     record_->calls.push_back(std::move(call));
-    return record_->calls.back();
 }
 
 void RecordingCanvas::save() {
-    add(CanvasCall::Kind::save);
+    add({.kind = Kind::save});
     saved_.push_back(state_);
 }
 
 void RecordingCanvas::restore() {
-    add(CanvasCall::Kind::restore);
+    add({.kind = Kind::restore});
     if (saved_.empty())
         return;
     state_ = saved_.back();
@@ -57,55 +56,43 @@ void RecordingCanvas::restore() {
 }
 
 void RecordingCanvas::translate(double dx, double dy) {
-    add(CanvasCall::Kind::translate).point = {dx, dy};
+    add({.kind = Kind::translate, .point = {dx, dy}});
     state_.offset = {state_.offset.x + dx, state_.offset.y + dy};
 }
 
 void RecordingCanvas::setShadow(const std::optional<Shadow>& shadow) {
     state_.shadow = shadow;
-    add(CanvasCall::Kind::setShadow);
+    add({.kind = Kind::setShadow});
 }
 
 void RecordingCanvas::fillRect(const Rect& rect, const Color& color) {
-    auto& call = add(CanvasCall::Kind::fillRect);
-    call.rect = rect;
-    call.color = color;
+    add({.kind = Kind::fillRect, .rect = rect, .color = color});
 }
 
 void RecordingCanvas::fillRoundedRect(const Rect& rect, double cornerRadius, const Color& color) {
-    auto& call = add(CanvasCall::Kind::fillRoundedRect);
-    call.rect = rect;
-    call.number = cornerRadius;
-    call.color = color;
+    add({.kind = Kind::fillRoundedRect, .rect = rect, .color = color, .number = cornerRadius});
 }
 
 void RecordingCanvas::clipToRoundedRect(const Rect& rect, double cornerRadius) {
-    auto& call = add(CanvasCall::Kind::clipToRoundedRect);
-    call.rect = rect;
-    call.number = cornerRadius;
+    add({.kind = Kind::clipToRoundedRect, .rect = rect, .number = cornerRadius});
 }
 
 void RecordingCanvas::fillEllipse(const Rect& rect, const Color& color) {
-    auto& call = add(CanvasCall::Kind::fillEllipse);
-    call.rect = rect;
-    call.color = color;
+    add({.kind = Kind::fillEllipse, .rect = rect, .color = color});
 }
 
 void RecordingCanvas::strokeEllipse(const Rect& rect, double lineWidth, const Color& color) {
-    auto& call = add(CanvasCall::Kind::strokeEllipse);
-    call.rect = rect;
-    call.number = lineWidth;
-    call.color = color;
+    add({.kind = Kind::strokeEllipse, .rect = rect, .color = color, .number = lineWidth});
 }
 
 void RecordingCanvas::drawImage(const Image& image, const Rect& source, const Rect& destination,
                                 CompositeOp op) {
-    auto& call = add(CanvasCall::Kind::drawImage);
-    call.rect = destination;
-    call.source = source;
-    call.op = op;
-    call.imageSize = {static_cast<double>(image.width()), static_cast<double>(image.height())};
-    call.imageId = image.storageId();
+    add({.kind = Kind::drawImage,
+         .rect = destination,
+         .source = source,
+         .op = op,
+         .imageSize = {static_cast<double>(image.width()), static_cast<double>(image.height())},
+         .imageId = image.storageId()});
 }
 
 TextMetrics RecordingCanvas::measureText(std::string_view text, double size, FontWeight) const {
@@ -114,12 +101,12 @@ TextMetrics RecordingCanvas::measureText(std::string_view text, double size, Fon
 
 void RecordingCanvas::drawText(std::string_view text, const Point& origin, double size,
                                FontWeight weight, const Color& color) {
-    auto& call = add(CanvasCall::Kind::drawText);
-    call.text = std::string(text);
-    call.point = origin;
-    call.number = size;
-    call.weight = weight;
-    call.color = color;
+    add({.kind = Kind::drawText,
+         .point = origin,
+         .color = color,
+         .number = size,
+         .weight = weight,
+         .text = std::string(text)});
 }
 
 std::optional<Size> RecordingCanvas::symbolSize(std::string_view name, double pointSize) const {
@@ -132,11 +119,11 @@ bool RecordingCanvas::drawSymbol(std::string_view name, double pointSize, const 
                                  const Color& color) {
     if (missingSymbols_.contains(std::string(name)))
         return false;
-    auto& call = add(CanvasCall::Kind::drawSymbol);
-    call.text = std::string(name);
-    call.number = pointSize;
-    call.point = origin;
-    call.color = color;
+    add({.kind = Kind::drawSymbol,
+         .point = origin,
+         .color = color,
+         .number = pointSize,
+         .text = std::string(name)});
     return true;
 }
 

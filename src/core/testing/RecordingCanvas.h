@@ -90,7 +90,8 @@ class RecordingCanvas : public Canvas {
         Point offset;
         std::optional<Shadow> shadow;
     };
-    CanvasCall& add(CanvasCall::Kind kind);
+    // Records the call with the translation and shadow in force.
+    void add(CanvasCall call);
 
     std::shared_ptr<CanvasRecord> record_;
     std::set<std::string> missingSymbols_;
