@@ -25,8 +25,7 @@ TEST(CaptureWindow, CapturesTheListedWindowAtTwiceItsSizeTruncated) {
     EXPECT_EQ(result->width(), 1601);
     ASSERT_EQ(fakes.capture.captures.size(), 1u);
     const auto& config = fakes.capture.captures[0].configuration;
-    EXPECT_EQ(config.width, 1601);
-    EXPECT_EQ(config.height, 1200);
+    EXPECT_EQ(std::pair(config.width, config.height), std::pair(1601, 1200));
     EXPECT_FALSE(config.showsCursor || config.capturesAudio || config.scalesToFit);
     EXPECT_FALSE(config.backgroundColor) << "a single window keeps the system's background";
     EXPECT_FALSE(config.ignoresShadowsSingleWindow);

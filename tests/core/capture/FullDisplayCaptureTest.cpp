@@ -55,8 +55,7 @@ TEST(CaptureFullDisplay, LeavesOutBlankAndFailedWindowsAndTellsWhichInBackToFron
     records.lastEnabledSnapshot = {{1, "kept"}};
     auto image = runToEnd(CaptureEngine::captureFullDisplay(fakes.env(), layout, records));
     ASSERT_TRUE(image);
-    EXPECT_EQ(image->width(), 2000);
-    EXPECT_EQ(image->height(), 1600);
+    EXPECT_EQ(std::pair(image->width(), image->height()), std::pair(2000, 1600));
     EXPECT_EQ(records.lastSkippedWindowNames, (std::vector<std::string>{"Pad", "Broken"}));
     EXPECT_EQ(records.lastCaptureOutcomes,
               (std::vector<CaptureOutcome>{{"Back", {0, 0, 100, 100}, true, false},
@@ -86,8 +85,7 @@ TEST(CaptureFullDisplay, PaintsEachWindowAtItsFrameTurnedUpsideDownWithItsOwnSha
 
     ASSERT_EQ(fakes.capture.captures.size(), 2u);
     const auto& config = fakes.capture.captures[0].configuration;
-    EXPECT_EQ(config.width, 600);
-    EXPECT_EQ(config.height, 400);
+    EXPECT_EQ(std::pair(config.width, config.height), std::pair(600, 400));
     EXPECT_EQ(config.backgroundColor, Color::clear());
     EXPECT_TRUE(config.ignoresShadowsSingleWindow);
 
@@ -113,8 +111,7 @@ TEST(CaptureFullDisplay, AnEmptyLayoutGivesATransparentCanvasAndEmptyRecords) {
     auto image = runToEnd(
         CaptureEngine::captureFullDisplay(fakes.env(), FullDisplayLayout{{1, 300, 200}}, records));
     ASSERT_TRUE(image);
-    EXPECT_EQ(image->width(), 600);
-    EXPECT_EQ(image->height(), 400);
+    EXPECT_EQ(std::pair(image->width(), image->height()), std::pair(600, 400));
     EXPECT_TRUE(records.lastSkippedWindowNames.empty());
     EXPECT_TRUE(records.lastCaptureOutcomes.empty());
 }

@@ -51,8 +51,7 @@ Compositor::Inputs inputsFor(Image window, Size canvas, bool fullDisplay = false
 
 TEST_F(CompositorTest, ResultHasTheTruncatedCanvasSize) {
     const Image result = render(inputsFor(Image(100, 100), {1439.9, 900.7}));
-    EXPECT_EQ(result.width(), 1439);
-    EXPECT_EQ(result.height(), 900);
+    EXPECT_EQ(std::pair(result.width(), result.height()), std::pair(1439, 900));
     EXPECT_TRUE(drawn().finished);
 }
 

@@ -117,15 +117,15 @@ TEST_F(MenuBarCaptureTest, BarAndStatusItemsAreDrawnAtTwiceTheirSizeBottomUp) {
     // The failed window still counts for the fraction.
     EXPECT_DOUBLE_EQ(result->statusItemsLeftFraction, 0.7);
     ASSERT_EQ(capture.captures.size(), 3u);
-    EXPECT_EQ(capture.captures[0].configuration.width, 2000);
-    EXPECT_EQ(capture.captures[0].configuration.height, 48);
+    EXPECT_EQ(std::pair(capture.captures[0].configuration.width,
+                        capture.captures[0].configuration.height),
+              std::pair(2000, 48));
     EXPECT_FALSE(capture.captures[0].configuration.showsCursor);
     EXPECT_EQ(capture.captures[2].windowID, 12u);
 
     ASSERT_EQ(canvases.records().size(), 1u);
     const auto& record = *canvases.records()[0];
-    EXPECT_EQ(record.width, 2000);
-    EXPECT_EQ(record.height, 48);
+    EXPECT_EQ(std::pair(record.width, record.height), std::pair(2000, 48));
     const auto draws = record.callsOf(CanvasCall::Kind::drawImage);
     ASSERT_EQ(draws.size(), 2u);
     EXPECT_EQ(draws[0].op, CompositeOp::copy);

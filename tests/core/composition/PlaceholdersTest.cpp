@@ -90,10 +90,10 @@ TEST(Placeholders, DesktopHasTwoShadowedWindows) {
     placeholders.fullDisplay(AppearanceMode::light, {3000, 1800});
     // Made in order: the desktop, then the back and the front window drawn on it.
     ASSERT_EQ(canvases.records().size(), 3u);
-    EXPECT_EQ(canvases.records()[1]->width, 1200);
-    EXPECT_EQ(canvases.records()[1]->height, 810);
-    EXPECT_EQ(canvases.records()[2]->width, 1500);
-    EXPECT_EQ(canvases.records()[2]->height, 990);
+    EXPECT_EQ(std::pair(canvases.records()[1]->width, canvases.records()[1]->height),
+              std::pair(1200, 810));
+    EXPECT_EQ(std::pair(canvases.records()[2]->width, canvases.records()[2]->height),
+              std::pair(1500, 990));
     const auto draws = canvases.records()[0]->callsOf(Kind::drawImage);
     ASSERT_EQ(draws.size(), 2u);
     EXPECT_EQ(draws[0].rect, (Rect{0.5 * 3000, 0.06 * 1800, 1200, 810}));
