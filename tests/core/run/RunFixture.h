@@ -25,15 +25,6 @@ using namespace std::chrono_literals;
 class RunFixture : public ::testing::Test {
   protected:
     RunFixture() {
-        env.clock = &clock;
-        env.workers = &pool;
-        env.dialogs = &dialogs;
-        env.screens = &screens;
-        notes.id = 7;
-        notes.appName = "Notes";
-        notes.title = "Untitled";
-        notes.pid = 42;
-        notes.bundleId = "com.example.notes";
         services.saveFolder = "/shots";
         services.runningPids = {42};
         services.targets = {notes};
@@ -98,8 +89,12 @@ class RunFixture : public ::testing::Test {
     FakeRunServices services{log};
     FakeDialogBackend dialogs{log};
     FakeScreenBackend screens;
-    Environment env;
-    CaptureTarget notes;
+    Environment env{.clock = &clock, .workers = &pool, .screens = &screens, .dialogs = &dialogs};
+    CaptureTarget notes{.id = 7,
+                        .appName = "Notes",
+                        .title = "Untitled",
+                        .pid = 42,
+                        .bundleId = "com.example.notes"};
     std::unique_ptr<ContentView> view;
 };
 

@@ -54,9 +54,6 @@ struct ActionCase {
 class Actions : public ::testing::TestWithParam<ActionCase> {
   protected:
     Actions() {
-        env.clock = &clock;
-        env.settings = &store;
-        env.dialogs = &dialogs;
         view.languages = {de, fr, de};  // a duplicate, as a store may hold one
         view.enabledAppearances = {dark};
     }
@@ -65,7 +62,7 @@ class Actions : public ::testing::TestWithParam<ActionCase> {
     RecordingStore store;
     FakeDialogBackend dialogs{log};
     FakeRunServices services{log};
-    Environment env;
+    Environment env{.clock = &clock, .settings = &store, .dialogs = &dialogs};
     ContentView view{env, services};
     std::vector<ViewChange> heard;
     Subscription listening = view.notices.subscribe([this](ViewChange c) { heard.push_back(c); });

@@ -18,10 +18,6 @@ const LanguageSelection ptBR{"pt-BR", "Portuguese (Brazil)"};
 
 class ShotPlan : public ::testing::Test {
   protected:
-    ShotPlan() {
-        env.clock = &clock;
-        env.screens = &screens;
-    }
     Strings ids() const {
         Strings out;
         for (const auto& entry : view.planEntries())
@@ -33,7 +29,7 @@ class ShotPlan : public ::testing::Test {
     ManualClock clock;
     FakeScreenBackend screens;
     FakeRunServices services{log};
-    Environment env;
+    Environment env{.clock = &clock, .screens = &screens};
     ContentView view{env, services};
 };
 
