@@ -13,7 +13,7 @@ namespace {
 
 using Kind = CanvasCall::Kind;
 
-TEST(Placeholders, CachedPerAppearanceAndTruncatedSize) {
+TEST(Placeholders, CachedPerAppearanceAndTruncatedSizeAndNoneForAnUnusableSize) {
     RecordingCanvasFactory canvases;
     Placeholders placeholders(canvases);
     EXPECT_EQ(Placeholders::cacheKey(AppearanceMode::light, {2782.08, 1699.2}), "light-2782x1699");
@@ -30,11 +30,8 @@ TEST(Placeholders, CachedPerAppearanceAndTruncatedSize) {
     EXPECT_NE(desk.storageId(), first.storageId());  // a cache of its own
     EXPECT_EQ(placeholders.fullDisplay(AppearanceMode::light, {800, 600}).storageId(),
               desk.storageId());
-}
 
-TEST(Placeholders, UnusableSizeGivesAnEmptyImage) {
-    RecordingCanvasFactory canvases;
-    Placeholders placeholders(canvases);
+    // A size that can't be a picture gives none.
     const double nan = std::numeric_limits<double>::quiet_NaN();
     EXPECT_TRUE(placeholders.window(AppearanceMode::dark, {nan, 10}).isNull());
     EXPECT_TRUE(placeholders.fullDisplay(AppearanceMode::dark, {1e30, 10}).isNull());

@@ -31,8 +31,8 @@ class Refresh : public ::testing::Test {
     Refresh() {
         fakes.addApp(10, "Pad", "org.pad");
         fakes.addApp(20, "Plain");  // no application identity
-        fakes.windowList.setWindows(ValueArray{windowRecord(1, 10, "Pad", "Doc", {0, 0, 800, 600}),
-                                               windowRecord(2, 20, "Plain", "", {0, 0, 800, 600})});
+        fakes.windowList.setWindows(
+            ValueArray{listed(1, 10, "Pad", "Doc"), listed(2, 20, "Plain")});
         fakes.spaces.displays = ValueArray{FakeSpacesBackend::displayWith({5})};
         fakes.spaces.active = 5;
         for (std::uint32_t window : {1, 2, 4})
@@ -106,7 +106,7 @@ TEST_F(Refresh, ReloadsAnnounceOnlyWhatChanged) {
     EXPECT_TRUE(heard.empty());  // the same windows again
     view->setSelectedTargetID(1);
     fakes.addApp(11, "Pad", "org.pad");  // relaunched under a new number
-    fakes.windowList.setWindows(ValueArray{windowRecord(4, 11, "Pad", "Doc", {0, 0, 800, 600})});
+    fakes.windowList.setWindows(ValueArray{listed(4, 11, "Pad", "Doc")});
     heard.clear();
     view->reloadTargets();
     EXPECT_EQ(view->selectedTargetID, 4U);
