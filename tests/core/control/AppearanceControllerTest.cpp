@@ -48,10 +48,13 @@ TEST_P(AppearanceRead, OutputDecidesTheMode) {
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Outputs, AppearanceRead, ::testing::Values(
     ReadCase{ToolResult{0, "true\n"}, Mode::dark}, ReadCase{ToolResult{0, "TRUE"}, Mode::dark},
-    ReadCase{ToolResult{0, "  False \r\n"}, Mode::light}, ReadCase{ToolResult{0, "'prefer-dark'\n"}, Mode::dark},
-    ReadCase{ToolResult{0, "'default'\n"}, Mode::light}, ReadCase{ToolResult{0, "'prefer-light'\n"}, Mode::light},
+    ReadCase{ToolResult{0, "  False \r\n"}, Mode::light}, ReadCase{ToolResult{0,
+             "'prefer-dark'\n"}, Mode::dark},
+    ReadCase{ToolResult{0, "'default'\n"}, Mode::light}, ReadCase{ToolResult{0,
+             "'prefer-light'\n"}, Mode::light},
     ReadCase{ToolResult{0, ""}, std::nullopt}, ReadCase{ToolResult{0, "yes"}, std::nullopt},
-    ReadCase{ToolResult{1, "true"}, std::nullopt}, ReadCase{ToolResult{0, "true\xff"}, std::nullopt},
+    ReadCase{ToolResult{1, "true"}, std::nullopt}, ReadCase{ToolResult{0, "true\xff"},
+             std::nullopt},
     ReadCase{std::nullopt, std::nullopt}));
 // clang-format on
 

@@ -38,8 +38,10 @@ TEST_P(PosixLocale, CodeBecomesLocaleVariables) {
 INSTANTIATE_TEST_SUITE_P(Codes, PosixLocale, ::testing::Values(
     LocaleCase{"de", "de_DE.UTF-8", "de:de_DE"}, LocaleCase{"ja", "ja_JP.UTF-8", "ja:ja_JP"},
     LocaleCase{"en-GB", "en_GB.UTF-8", "en_GB"}, LocaleCase{"pt-PT", "pt_PT.UTF-8", "pt_PT"},
-    LocaleCase{"EN-gb", "en_GB.UTF-8", "EN_gb:en_GB"}, LocaleCase{"zh-Hans", "zh_CN.UTF-8", "zh_Hans:zh_CN"},
-    LocaleCase{"zh-Hant", "zh_TW.UTF-8", "zh_Hant:zh_TW"}, LocaleCase{"zh-Hant-HK", "zh_HK.UTF-8", "zh_Hant_HK:zh_HK"},
+    LocaleCase{"EN-gb", "en_GB.UTF-8", "EN_gb:en_GB"}, LocaleCase{"zh-Hans", "zh_CN.UTF-8",
+               "zh_Hans:zh_CN"},
+    LocaleCase{"zh-Hant", "zh_TW.UTF-8", "zh_Hant:zh_TW"}, LocaleCase{"zh-Hant-HK", "zh_HK.UTF-8",
+               "zh_Hant_HK:zh_HK"},
     LocaleCase{"es-419", "es_419.UTF-8", "es_419"}, LocaleCase{"xx", "xx_XX.UTF-8", "xx:xx_XX"}));
 // clang-format on
 

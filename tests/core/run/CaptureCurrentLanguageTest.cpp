@@ -51,7 +51,8 @@ INSTANTIATE_TEST_SUITE_P(Presets, WindowSizing, ::testing::Values(
     SizingCase{"GrantedAsksOnceWithoutPrompt", single, full, true,
                {"accessibility prompt=false", "applyWindowSize full 42", "wait 0.3s"}},
     SizingCase{"NotGrantedPromptsAndSizesAllTheSame", single, threeQ, false,
-               {"accessibility prompt=false", "accessibility prompt=true", "applyWindowSize threeQ 42", "wait 0.3s"}},
+               {"accessibility prompt=false", "accessibility prompt=true",
+                   "applyWindowSize threeQ 42", "wait 0.3s"}},
     SizingCase{"CurrentSizeLeavesTheWindowAlone", single, current, false, {}},
     SizingCase{"AllWindowsNeverSizes", CaptureScope::allWindows, half, false, {}}),
     [](const auto& p) { return std::string(p.param.name); });
@@ -88,15 +89,19 @@ constexpr auto dark = AppearanceMode::dark;
 INSTANTIATE_TEST_SUITE_P(Modes, AppearanceSwitching, ::testing::Values(
     // Both: every appearance call leaves the UI thread.
     AppearanceCase{"BothFromDark", {dark, light}, dark,
-                   {"currentAppearance (worker)", "setAppearance light (worker)", "captureWindow 7 in light",
-                    "setAppearance dark (worker)", "captureWindow 7 in dark", "setAppearance dark (worker)"}},
+                   {"currentAppearance (worker)", "setAppearance light (worker)",
+                       "captureWindow 7 in light",
+                    "setAppearance dark (worker)", "captureWindow 7 in dark",
+                        "setAppearance dark (worker)"}},
     // One: the calls hold the UI thread.
     AppearanceCase{"LightOnlyFromDark", {light}, dark,
-                   {"currentAppearance", "setAppearance light", "captureWindow 7 in light", "setAppearance dark"}},
+                   {"currentAppearance", "setAppearance light", "captureWindow 7 in light",
+                       "setAppearance dark"}},
     AppearanceCase{"UnknownPriorModeIsNotRestored", {light}, std::nullopt,
                    {"currentAppearance", "setAppearance light", "captureWindow 7 in light"}},
     AppearanceCase{"NoneEnabledTakesOneDarkShot", {}, light,
-                   {"currentAppearance", "setAppearance dark", "captureWindow 7 in dark", "setAppearance light"}}),
+                   {"currentAppearance", "setAppearance dark", "captureWindow 7 in dark",
+                       "setAppearance light"}}),
     [](const auto& p) { return std::string(p.param.name); });
 // clang-format on
 

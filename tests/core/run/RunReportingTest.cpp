@@ -32,11 +32,14 @@ constexpr auto failure = CaptureFailure::of;
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Failures, ErrorWords, ::testing::Values(
     ErrorCase{"PermissionDenied", failure(CaptureError::permissionDenied),
-              "Screen Recording permission needed \u2014 System Settings \u2192 Privacy & Security."},
+              "Screen Recording permission needed \u2014 System Settings \u2192 Privacy & "
+              "Security."},
     ErrorCase{"NoCompositeOnX11", failure(CaptureError::permissionDenied),
-              "Can't read windows off the screen \u2014 the X server needs the Composite extension.", x11},
+              "Can't read windows off the screen \u2014 the X server needs the Composite "
+              "extension.", x11},
     ErrorCase{"GsettingsOnX11", AppearanceController::Failure{Kind::automationDenied, {}},
-              "Couldn't toggle Dark Mode \u2014 gsettings couldn't change the desktop's colour scheme; "
+              "Couldn't toggle Dark Mode \u2014 gsettings couldn't change the desktop's colour "
+              "scheme; "
               "check the session's D-Bus, then retry.", x11},
     ErrorCase{"WindowNotFoundIsGeneric", failure(CaptureError::windowNotFound),
               "Capture failed: " + generic + "(Zephyrdock.CaptureError error 0.)"},

@@ -128,19 +128,28 @@ constexpr auto captureFailure = CaptureFailure::of;
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Steps, RunFailures, ::testing::Values(
-    FailureCase{"RelaunchFailed", [](S s) { s.relaunchFailures[0] = Failure::relaunchFailed("gone"); },
+    FailureCase{"RelaunchFailed",
+                [](S s) { s.relaunchFailures[0] = Failure::relaunchFailed("gone"); },
                 "Couldn't relaunch target: gone"},
-    FailureCase{"RelaunchTimedOutInSecondLanguage", [](S s) { s.relaunchFailures[1] = Failure::timedOut(); },
-                "Target app didn't surface a window after relaunch \u2014 try a longer countdown or retry."},
-    FailureCase{"RelaunchWithoutBundleID", [](S s) { s.relaunchFailures[0] = Failure::missingBundleID(); },
+    FailureCase{"RelaunchTimedOutInSecondLanguage",
+                [](S s) { s.relaunchFailures[1] = Failure::timedOut(); },
+                "Target app didn't surface a window after relaunch \u2014 try a longer countdown "
+                "or retry."},
+    FailureCase{"RelaunchWithoutBundleID",
+                [](S s) { s.relaunchFailures[0] = Failure::missingBundleID(); },
                 "Couldn't switch language \u2014 Notes has no bundle ID."},
-    FailureCase{"ScreenRecordingDenied", [](S s) { s.captureFailures[0] = captureFailure(CaptureError::permissionDenied); },
-                "Screen Recording permission needed \u2014 System Settings \u2192 Privacy & Security."},
+    FailureCase{"ScreenRecordingDenied",
+                [](S s) { s.captureFailures[0] = captureFailure(CaptureError::permissionDenied); },
+                "Screen Recording permission needed \u2014 System Settings \u2192 Privacy & "
+                "Security."},
     // A failed dark shot loses the light one of the same language, and the language before.
-    FailureCase{"DarkCaptureOfSecondLanguageFails", [](S s) { s.captureFailures[3] = captureFailure(CaptureError::windowNotFound); },
-                "Capture failed: The operation couldn\u2019t be completed. (Zephyrdock.CaptureError error 0.)"},
+    FailureCase{"DarkCaptureOfSecondLanguageFails",
+                [](S s) { s.captureFailures[3] = captureFailure(CaptureError::windowNotFound); },
+                "Capture failed: The operation couldn\u2019t be completed. "
+                "(Zephyrdock.CaptureError error 0.)"},
     FailureCase{"DarkModeDenied", [](S s) { s.failingSets = {AppearanceMode::light}; },
-                "Couldn't toggle Dark Mode \u2014 grant Zephyrdock access to System Events in Privacy & "
+                "Couldn't toggle Dark Mode \u2014 grant Zephyrdock access to System Events in "
+                "Privacy & "
                 "Security \u2192 Automation, then retry."}),
     [](const auto& p) { return std::string(p.param.name); });
 // clang-format on

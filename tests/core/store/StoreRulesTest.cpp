@@ -42,13 +42,16 @@ const std::string refused =
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Cases, StoreRulesPlanWarning, ::testing::Values(
     // Only the backgrounds of enabled appearances count; an unknown size isn't judged.
-    WarningCase{std::nullopt, {AppearanceMode::light}, background(BackgroundKind::transparent), std::nullopt},
+    WarningCase{std::nullopt, {AppearanceMode::light}, background(BackgroundKind::transparent),
+                std::nullopt},
     WarningCase{Size{1920, 1200}, both, background(BackgroundKind::transparent),
-                refused + "transparent and it refuses alpha; the canvas 1920 \u00d7 1200 isn't 1280 "
+                refused + "transparent and it refuses alpha; the canvas 1920 \u00d7 1200 isn't "
+                          "1280 "
                 "\u00d7 800, 1440 \u00d7 900, 2560 \u00d7 1600 or 2880 \u00d7 1800."},
     WarningCase{Size{1280, 800}, {AppearanceMode::dark}, background(BackgroundKind::color, 0.5),
                 refused + "translucent and it refuses alpha."},
-    WarningCase{Size{1280, 800}, {AppearanceMode::dark}, background(BackgroundKind::color), std::nullopt}));
+    WarningCase{Size{1280, 800}, {AppearanceMode::dark}, background(BackgroundKind::color),
+                std::nullopt}));
 // clang-format on
 
 PictureFacts goodPicture(std::string path, std::string group) {

@@ -80,20 +80,28 @@ constexpr auto settings = ViewChange::settings;
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(EveryControl, Actions, ::testing::Values(
-    ActionCase{"scope", [](V v) { v.setCaptureScope(CaptureScope::allWindows); }, {"captureScope=all"}},
-    ActionCase{"sizePreset", [](V v) { v.setSizePreset(WindowSizePreset::full); }, {"windowSizePreset=full"}},
+    ActionCase{"scope", [](V v) { v.setCaptureScope(CaptureScope::allWindows); },
+               {"captureScope=all"}},
+    ActionCase{"sizePreset", [](V v) { v.setSizePreset(WindowSizePreset::full); },
+               {"windowSizePreset=full"}},
     ActionCase{"lastAppearanceStays", [](V v) { v.toggleAppearance(dark); },
                {"captureLight=false", "captureDark=true"}},
-    ActionCase{"appearanceOnAndOff", [](V v) { v.toggleAppearance(light); v.toggleAppearance(dark); },
+    ActionCase{"appearanceOnAndOff",
+               [](V v) { v.toggleAppearance(light); v.toggleAppearance(dark); },
                {"captureLight=true", "captureDark=true", "captureLight=true", "captureDark=false"},
                {settings, settings}},
-    ActionCase{"addLanguage", [](V v) { v.addLanguage({"ja", "Japanese"}); }, {"languageCodes=[de,fr,de,ja]"}},
+    ActionCase{"addLanguage", [](V v) { v.addLanguage({"ja", "Japanese"}); },
+               {"languageCodes=[de,fr,de,ja]"}},
     ActionCase{"addListedCode", [](V v) { v.addLanguage({"fr", "Other"}); }, {}, {}},
-    ActionCase{"removeEveryEntryOfACode", [](V v) { v.removeLanguage(de); }, {"languageCodes=[fr]"}},
+    ActionCase{"removeEveryEntryOfACode", [](V v) { v.removeLanguage(de); },
+               {"languageCodes=[fr]"}},
     // An empty list, not a removed key.
-    ActionCase{"removeAll", [](V v) { v.languages = {de}; v.removeLanguage(de); }, {"languageCodes=[]"}},
-    ActionCase{"canvas", [](V v) { v.setOutputSize(OutputSize::mas1440); }, {"outputSize=1440 \u00d7 900"}},
-    ActionCase{"typingOnly", [](V v) { v.setCustomCanvasWidth(0); v.setCustomCanvasHeight(-3); }, {},
+    ActionCase{"removeAll", [](V v) { v.languages = {de}; v.removeLanguage(de); },
+               {"languageCodes=[]"}},
+    ActionCase{"canvas", [](V v) { v.setOutputSize(OutputSize::mas1440); },
+               {"outputSize=1440 \u00d7 900"}},
+    ActionCase{"typingOnly", [](V v) { v.setCustomCanvasWidth(0); v.setCustomCanvasHeight(-3); },
+               {},
                {settings, settings}},
     ActionCase{"commitsUnclamped",
                [](V v) {
@@ -106,10 +114,13 @@ INSTANTIATE_TEST_SUITE_P(EveryControl, Actions, ::testing::Values(
     ActionCase{"shadow", [](V v) { v.setWindowShadow(false); }, {"windowShadow=false"}},
     ActionCase{"kind", [](V v) { v.setBackgroundKind(dark, BackgroundKind::transparent); },
                {"darkBackgroundKind=transparent"}},
-    ActionCase{"picture", [](V v) { v.setBackgroundURL(light, "/p/a.png"); }, {"lightBackgroundURL=/p/a.png"}},
-    ActionCase{"clearPicture", [](V v) { v.setBackgroundURL(dark, std::nullopt); }, {"-darkBackgroundURL"}},
+    ActionCase{"picture", [](V v) { v.setBackgroundURL(light, "/p/a.png"); },
+               {"lightBackgroundURL=/p/a.png"}},
+    ActionCase{"clearPicture", [](V v) { v.setBackgroundURL(dark, std::nullopt); },
+               {"-darkBackgroundURL"}},
     ActionCase{"chooserCancelled", [](V v) { v.chooseBackgroundImage(dark); }, {}, {}},
-    ActionCase{"dropOfNoFile", [](V v) { EXPECT_TRUE(v.handleDrop(dark, {"https://h/a.png"})); }, {}, {}},
+    ActionCase{"dropOfNoFile", [](V v) { EXPECT_TRUE(v.handleDrop(dark, {"https://h/a.png"})); },
+               {}, {}},
     ActionCase{"dropUsesTheFirst",
                [](V v) {
                    EXPECT_FALSE(v.handleDrop(light, {}));
@@ -117,7 +128,8 @@ INSTANTIATE_TEST_SUITE_P(EveryControl, Actions, ::testing::Values(
                },
                {"lightBackgroundURL=/a/b c.png"}},
     ActionCase{"countdown", [](V v) { v.setCountdownSeconds(10); }, {"countdownSeconds=10"}},
-    ActionCase{"repeat", [](V v) { v.setCountdownAfterRelaunch(true); }, {"countdownAfterRelaunch=true"}},
+    ActionCase{"repeat", [](V v) { v.setCountdownAfterRelaunch(true); },
+               {"countdownAfterRelaunch=true"}},
     ActionCase{"unstored",
                [](V v) {
                    v.setBackgroundFillColor(light, {});
