@@ -95,18 +95,13 @@ struct RelaunchTest : ::testing::Test {
 TEST_F(RelaunchTest, EndsWritesLaunchesSettlesAndReturnsTheNewWindow) {
     const auto result = run(target());
     ASSERT_TRUE(result && *result);
-    EXPECT_EQ((*result)->id, 7u);
-    EXPECT_EQ((*result)->pid, 20);
-    EXPECT_EQ((*result)->bundleId, bundle);
-    EXPECT_EQ(log, (Log{
-                       "terminate 10",
-                       "defaults write org.example.Editor AppleLanguages -array de",
-                       "defaults write org.example.Editor AppleLocale -string de",
-                       "defaults read org.example.Editor AppleLanguages",
-                       "sleep 150ms",
-                       "launch /apps/editor -AppleLanguages (de) -AppleLocale de",
-                       "sleep 1200ms",
-                   }));
+    EXPECT_EQ(std::tuple((*result)->id, (*result)->pid, (*result)->bundleId),
+              std::tuple(7u, 20, std::optional(bundle)));
+    EXPECT_EQ(log,
+              (Log{"terminate 10", "defaults write org.example.Editor AppleLanguages -array de",
+                   "defaults write org.example.Editor AppleLocale -string de",
+                   "defaults read org.example.Editor AppleLanguages", "sleep 150ms",
+                   "launch /apps/editor -AppleLanguages (de) -AppleLocale de", "sleep 1200ms"}));
     EXPECT_TRUE(processes.launches.at(0).activates);
     EXPECT_EQ(clock.now(), 1350ms);
 }
