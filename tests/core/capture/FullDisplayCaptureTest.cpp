@@ -120,16 +120,14 @@ TEST(SnapshotLayout, KeepsOtherApplicationsWindowsInTheWindowServersOrderBackToF
     CaptureFakes fakes;
     fakes.processes.ownPid = 99;
     fakes.capture.content.displays = {{1, 1440, 900}, {2, 800, 600}};
-    fakes.capture.content.windows = {
-        window(1, "A", "", {0, 0, 10, 10}),
-        window(2, "Self", "", {}, 99),
-        window(3, "Menu", "", {}, 10, 24),
-        window(4, "Status", "", {}, 10, 25),
-        window(5, "Below", "", {}, 10, -1),
-        window(6, "B", "", {1, 2, 3, 4}, 10, 3),
-        ShareableWindow{7, {}, std::nullopt, "orphan", 0},
-        window(8, "NotListed", "", {}),
-    };
+    fakes.capture.content.windows = {window(1, "A", "", {0, 0, 10, 10}),
+                                     window(2, "Self", "", {}, 99),
+                                     window(3, "Menu", "", {}, 10, 24),
+                                     window(4, "Status", "", {}, 10, 25),
+                                     window(5, "Below", "", {}, 10, -1),
+                                     window(6, "B", "", {1, 2, 3, 4}, 10, 3),
+                                     ShareableWindow{7, {}, std::nullopt, "orphan", 0},
+                                     window(8, "NotListed", "", {})};
     fakes.windowList.setWindows(
         ValueArray{windowRecord(6, 10, "B", "", {}), windowRecord(2, 99, "Self", "", {}),
                    windowRecord(7, 10, "x", "", {}), windowRecord(1, 10, "A", "", {})});

@@ -85,12 +85,8 @@ TEST(RunningApps, SortsByApplicationThenTitleWithoutCaseKeepingTheServersOrderFo
     fakes.addApp(2, "Banana");
     fakes.addApp(3, "apple");
     fakes.windowList.setWindows(ValueArray{
-        listed(10, 1, "Notes", "beta"),
-        listed(11, 2, "Banana"),
-        listed(12, 1, "Notes", "Alpha"),
-        listed(13, 3, "apple", "x"),
-        listed(14, 1, "Notes", "alpha"),
-    });
+        listed(10, 1, "Notes", "beta"), listed(11, 2, "Banana"), listed(12, 1, "Notes", "Alpha"),
+        listed(13, 3, "apple", "x"), listed(14, 1, "Notes", "alpha")});
     auto targets = RunningApps::currentTargets(fakes.env());
     std::vector<std::uint32_t> ids;
     for (const auto& t : targets)
