@@ -146,6 +146,10 @@ TEST(SnapshotLayout, KeepsOtherApplicationsWindowsInTheWindowServersOrderBackToF
     fakes.capture.contentFailure = "denied";
     auto denied = runToEnd(CaptureEngine::snapshotFullDisplayLayout(fakes.env()));
     EXPECT_TRUE(!denied && denied.error().is(CaptureError::permissionDenied));
+    Environment noCapture = fakes.env();  // a platform that can't capture at all
+    noCapture.capture = nullptr;
+    auto none = runToEnd(CaptureEngine::snapshotFullDisplayLayout(noCapture));
+    EXPECT_TRUE(!none && none.error().is(CaptureError::permissionDenied));
 }
 
 TEST(LayoutFromRows, FindsTickedRowsByIdOrByNamesWithoutTakingAWindowTwice) {

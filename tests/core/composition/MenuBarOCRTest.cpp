@@ -70,7 +70,7 @@ TEST(MenuBarOCR, OcrAsksForTheAccurateRecogniserWithoutCorrectionAndNeverFails) 
 TEST(MenuBarOCR, StatusItemsFractionIsClampedAndDefaultsToOne) {
     const Rect bar{100, 0, 1000, 24};
     EXPECT_EQ(MenuBarOCR::statusItemsLeftFraction(bar, {}), 1.0);
-    EXPECT_EQ(MenuBarOCR::statusItemsLeftFraction({0, 0, 0, 24}, {{5, 0, 10, 24}}), 1.0);
+    EXPECT_EQ(MenuBarOCR::statusItemsLeftFraction({10, 0, 0, 24}, {{5, 0, 10, 24}}), 1.0);
     EXPECT_DOUBLE_EQ(MenuBarOCR::statusItemsLeftFraction(bar, {{900, 0, 30, 24}, {800, 0, 30, 24}}),
                      0.7);
     EXPECT_EQ(MenuBarOCR::statusItemsLeftFraction(bar, {{50, 0, 100, 24}}), 0.0);

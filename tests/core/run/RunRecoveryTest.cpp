@@ -84,6 +84,11 @@ TEST_F(RunRecoveryTest, EndsOnlyTheSameProcessesOfADeadSessionAndRemovesItsFolde
     keep(dead);
     recover(Environment{});
     EXPECT_EQ(journal.calls, std::vector<std::string>{"remove /tmp/zd-session.q"});
+    // A session that had started no process yet: its folder goes all the same.
+    journal.calls.clear();
+    keep({.owner = {10, "b:100"}, .sessionFolder = "/tmp/zd-session.r", .darkBefore = true});
+    recover(Environment{});
+    EXPECT_EQ(journal.calls, std::vector<std::string>{"remove /tmp/zd-session.r"});
 }
 
 }  // namespace
