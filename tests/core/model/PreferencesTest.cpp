@@ -101,6 +101,7 @@ const FallbackCase fallbackCases[] = {
     {"CountdownBoolean", K::countdownSeconds, true, countdown, "3"},
     {"CountdownWholeDouble", K::countdownSeconds, 4.0, countdown, "4"},
     {"CountdownFraction", K::countdownSeconds, 4.5, countdown, "3"},
+    {"CountdownMostNegative", K::countdownSeconds, -9.2e18, countdown, std::to_string(INT_MIN)},
     {"CountdownHuge", K::countdownSeconds, std::int64_t{1} << 40, countdown,
         std::to_string(INT_MAX)},
     {"WidthZero", K::customCanvasWidth, 0, width, "0"},

@@ -49,7 +49,8 @@ TEST_F(RunRecoveryTest, PutsBackTheDesktopOfADeadRunOnceItCanAndLeavesALiveOneAl
     processes.locations["org.ed"] = "/apps/ed";
 
     appearance.writeResult = std::nullopt;  // no appearance tool, no language store yet
-    EXPECT_EQ(recover({.appearance = &appearance}), std::nullopt);
+    EXPECT_EQ(recover({.clock = &clock, .workers = &workers, .appearance = &appearance}),
+              std::nullopt);
     EXPECT_EQ(journal.records.size(), 2u) << "both kept, the foreign one gone";
 
     appearance.writeResult = ToolResult{0, ""};
